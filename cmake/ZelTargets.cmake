@@ -17,7 +17,7 @@ target_compile_options(
             -Wextra
             -Wpedantic
             -Werror
-            -Wshadow
+            -Wshadow=local
             -Wnon-virtual-dtor
             -Woverloaded-virtual
             -Wimplicit-fallthrough)
