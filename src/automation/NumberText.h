@@ -1,0 +1,56 @@
+// Numbers as text and back, in a locale's forms.
+//
+//   NumberText text = textOf(0.5, currentLocale());      // text.view() is "0.5"
+//   readNumber(u"(1,234.50)", currentLocale());          // minus 1234.5
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "automation/DecimalNumber.h"
+#include "automation/Locale.h"
+#include "automation/String.h"
+
+namespace zelUtilities {
+
+// The text of one number, without an allocation.
+class NumberText {
+ public:
+  StringView view() const { return {units_, size_}; }
+  void append(char16_t unit) {
+    if (size_ < capacity) units_[size_++] = unit;
+  }
+  void append(StringView text) {
+    for (const char16_t unit : text) append(unit);
+  }
+
+ private:
+  static constexpr std::size_t capacity = 48;
+
+  std::size_t size_ = 0;
+  char16_t units_[capacity];
+};
+
+NumberText textOf(std::int64_t value);
+// Up to 15 significant digits; plain up to 15 digits on either side of the point, else with an exponent
+// ("1E+15", "3.33333333333333E-02").
+NumberText textOf(double value, const Locale& locale);
+// The same with 7 digits.
+NumberText textOf(float value, const Locale& locale);
+// Up to four decimals.
+NumberText textOfCurrency(std::int64_t tenThousandths, const Locale& locale);
+
+// What a text reads as: a decimal number, or with a prefix &H or &O (and & alone) a pattern of bits.
+struct NumberReading {
+  DecimalNumber decimal;
+  bool otherBase = false;
+  std::uint64_t bits = 0;
+};
+
+// The number that a text stands for: sign on either side, thousands separators, decimal separator,
+// exponent, currency sign on either side, parentheses for negative, blanks around. Nothing for
+// any other text.
+std::optional<NumberReading> readNumber(StringView text, const Locale& locale);
+
+}  // namespace zelUtilities
