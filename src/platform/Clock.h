@@ -1,0 +1,20 @@
+// Clock: what time it is.
+#pragma once
+
+#include "automation/Date.h"
+#include "platform/Service.h"
+
+namespace zelUtilities {
+
+struct Clock {
+  virtual ~Clock() = default;
+
+  // Local time, to the millisecond.
+  virtual Date now() = 0;
+
+  static Clock& system();
+};
+
+inline Date now() { return Service<Clock>::inForce().now(); }
+
+}  // namespace zelUtilities
