@@ -38,16 +38,9 @@ NumberReading numberIn(StringView text) {
   return *std::move(reading);
 }
 
-// The bits as a signed number of the smallest width that holds them.
-double signedBits(std::uint64_t bits) {
-  if (bits <= 0xFFFF) return static_cast<std::int16_t>(bits);
-  if (bits <= 0xFFFFFFFF) return static_cast<std::int32_t>(bits);
-  return static_cast<double>(static_cast<std::int64_t>(bits));
-}
-
 double doubleIn(StringView text) {
   const NumberReading reading = numberIn(text);
-  return reading.otherBase ? signedBits(reading.bits) : orOverflow(reading.decimal.toDouble());
+  return reading.otherBase ? static_cast<double>(reading.bits) : orOverflow(reading.decimal.toDouble());
 }
 
 // Halves to even. Beyond the 64-bit range, and for what is no number, nothing.
@@ -88,7 +81,7 @@ std::optional<std::int64_t> wholeIn(StringView text, std::uint64_t signBit) {
 
 std::int64_t currencyIn(StringView text) {
   const NumberReading reading = numberIn(text);
-  if (reading.otherBase) return currencyOf(signedBits(reading.bits));
+  if (reading.otherBase) return currencyOf(static_cast<double>(reading.bits));
   return orOverflow(reading.decimal.toWhole(4));
 }
 

@@ -3,19 +3,11 @@
 #include <utility>
 
 #include "automation/Calendar.h"
+#include "automation/PatternText.h"
 
 namespace zelUtilities {
 
 namespace {
-
-char16_t lowered(char16_t unit) { return unit >= u'A' && unit <= u'Z' ? unit + (u'a' - u'A') : unit; }
-
-bool startsFolded(StringView text, StringView lowerCase) {
-  if (text.size() < lowerCase.size()) return false;
-  for (std::size_t i = 0; i < lowerCase.size(); ++i)
-    if (lowered(text[i]) != lowerCase[i]) return false;
-  return true;
-}
 
 void appendNumber(String& out, int value, int width) {
   char16_t digits[12];
@@ -37,24 +29,16 @@ struct HalfDayMark {
 };
 
 HalfDayMark halfDayMark(StringView text) {
-  if (startsFolded(text, u"am/pm")) return {HalfDay::Words, 5};
-  if (startsFolded(text, u"a/p")) return {HalfDay::Letters, 3};
-  if (startsFolded(text, u"ampm")) return {HalfDay::Locale, 4};
+  if (startsWithWord(text, u"am/pm")) return {HalfDay::Words, 5};
+  if (startsWithWord(text, u"a/p")) return {HalfDay::Letters, 3};
+  if (startsWithWord(text, u"ampm")) return {HalfDay::Locale, 4};
   return {};
-}
-
-// Where the literal at the start of a text ends; 0 where it starts with none.
-std::size_t literalEnd(StringView text) {
-  if (text[0] == u'\\') return text.size() > 1 ? 2 : 1;
-  if (text[0] != u'"') return 0;
-  const std::size_t end = text.find(u'"', 1);
-  return end == StringView::npos ? text.size() : end + 1;
 }
 
 bool hasHalfDay(StringView pattern) {
   while (!pattern.empty()) {
     if (halfDayMark(pattern).kind != HalfDay::None) return true;
-    const std::size_t literal = literalEnd(pattern);
+    const std::size_t literal = literalLength(pattern);
     pattern.remove_prefix(literal != 0 ? literal : 1);
   }
   return false;
@@ -86,22 +70,14 @@ class DateWriter {
       writeHalfDay(mark.kind, pattern);
       return mark.length;
     }
-    if (const std::size_t literal = literalEnd(pattern); literal != 0) {
-      writeLiteral(pattern.substr(0, literal));
+    if (const std::size_t literal = literalLength(pattern); literal != 0) {
+      out_.append(literalText(pattern.substr(0, literal)));
       return literal;
     }
-    const char16_t letter = lowered(pattern[0]);
+    const char16_t letter = lowerLetter(pattern[0]);
     std::size_t run = 1;
-    while (run < pattern.size() && lowered(pattern[run]) == letter) ++run;
+    while (run < pattern.size() && lowerLetter(pattern[run]) == letter) ++run;
     return writeRun(letter, pattern[0], run);
-  }
-
-  void writeLiteral(StringView literal) {
-    literal.remove_prefix(1);
-    if (literal.size() > 1 || (literal.size() == 1 && literal[0] == u'"')) {
-      if (literal.back() == u'"') literal.remove_suffix(1);
-    }
-    out_.append(literal);
   }
 
   void writeHalfDay(HalfDay kind, StringView pattern) {
@@ -199,8 +175,10 @@ class DateWriter {
   }
 
   std::size_t writeYear(std::size_t width) {
-    if (width == 4 || width == 2) return writeNumber(width == 4 ? moment_.year : moment_.year % 100, width);
-    return writeNumber(moment_.dayOfYear, width);
+    if (width == 2) return writeNumber(moment_.year % 100, width);
+    if (width != 4) return writeNumber(moment_.dayOfYear, width);
+    appendNumber(out_, moment_.year, 1);  // years before 1000 have three digits
+    return width;
   }
 
   std::size_t writeWeek(std::size_t width) {

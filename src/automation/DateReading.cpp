@@ -255,7 +255,7 @@ std::optional<int> readThreeNumbers(const Element* numbers, DateOrder order) {
   for (const DateOrder other : {DateOrder::YearMonthDay, DateOrder::DayMonthYear, DateOrder::MonthDayYear}) {
     if (auto day = inOrder(numbers, other)) return day;
   }
-  return std::nullopt;
+  return dayNumber(numbers[0], numbers[2].value, numbers[1]);
 }
 
 std::optional<int> readDay(const ElementReader& elements, Part part, DateOrder order) {

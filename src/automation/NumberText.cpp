@@ -136,7 +136,7 @@ class NumberReader {
         any = true;
       } else if (!behindPoint && take(locale_.decimalSeparator)) {
         behindPoint = true;
-      } else if (!takeThousands()) {
+      } else if (!any || behindPoint || !takeThousands()) {
         break;
       }
     }
@@ -164,6 +164,8 @@ class NumberReader {
       ++at_;
     } else if (at_ < end_ && (*at_ == u'o' || *at_ == u'O')) {
       ++at_;
+    } else {
+      return false;
     }
     bool any = false;
     for (int value = baseDigit(shift); value >= 0; value = baseDigit(shift)) {

@@ -41,7 +41,7 @@ NumberText textOf(float value, const Locale& locale);
 // Up to four decimals.
 NumberText textOfCurrency(std::int64_t tenThousandths, const Locale& locale);
 
-// What a text reads as: a decimal number, or with a prefix &H or &O (and & alone) a pattern of bits.
+// What a text reads as: a decimal number, or with a prefix &H or &O a pattern of bits.
 struct NumberReading {
   DecimalNumber decimal;
   bool otherBase = false;
