@@ -41,7 +41,7 @@ void ErrorLog(StringView source, const Error& error, StringView moreInfo = {}, b
 void AddToErrorLog(StringView procedureSource, std::int32_t number, StringView errorSource,
                    StringView description, StringView moreInfo, std::int32_t mode = -1);
 
-// Reads the settings of this thread; done by every entry point that finds them unread.
+// Reads the settings of this thread unless they have been read; every entry point does it.
 void InitConditional();
 
 // Hands a trace line to the logger, after a blank separator line when skipLine is set.

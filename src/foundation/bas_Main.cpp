@@ -1,0 +1,56 @@
+#include "foundation/bas_Main.h"
+
+#include "automation/Error.h"
+#include "foundation/ClassRegistry.h"
+#include "foundation/Handled.h"
+#include "foundation/zelHandler.h"
+#include "platform/Dialogs.h"
+#include "platform/Objects.h"
+
+namespace zelUtilities {
+
+namespace {
+
+// Ends with its thread. By then the system may have closed down what its own objects live in, so a foreign
+// object is not released any more.
+struct SharedObject {
+  Ref<Object> object;
+  SharedObject() = default;
+  SharedObject(const SharedObject&) = delete;
+  SharedObject& operator=(const SharedObject&) = delete;
+  ~SharedObject() {
+    if (object && !object->classInfo()) object.detach();
+  }
+};
+
+Ref<Object> createNamed(StringView name) {
+  // The built-in logger gives way to a class of the program's or the system's under its name.
+  static const bool hasStandIn = [] {
+    registerStandIn(u"zelLog.zelHandler", [] { return Ref<Object>(make<zelHandler>()); });
+    return true;
+  }();
+  (void)hasStandIn;
+  if (Ref<Object> own = currentClassRegistry().create(name)) return own;
+  return createObject(name);
+}
+
+}  // namespace
+
+Ref<Object> FSO() {
+  thread_local SharedObject shared;
+  handled(u"bas_Main.FSO", [] {
+    if (!shared.object) shared.object = createObject(u"Scripting.FileSystemObject");
+  });
+  return shared.object;
+}
+
+Ref<Object> CreateNamedObject(StringView name, StringView title) {
+  try {
+    return createNamed(name);
+  } catch (...) {
+    if (!trimBlanks(title).empty()) messageBox(u"Object Descriptor: " + String(name), title);
+    return {};
+  }
+}
+
+}  // namespace zelUtilities
