@@ -1,6 +1,6 @@
 #include "automation/Comparison.h"
 
-#include <optional>
+#include <cmath>
 
 #include "automation/Conversions.h"
 #include "automation/DefaultValue.h"
@@ -27,12 +27,18 @@ bool isWhole(VariantKind kind) {
          kind == VariantKind::Boolean || kind == VariantKind::Empty;
 }
 
+bool fitsCurrency(const Variant& value) {
+  constexpr double limit = 9.2e14;
+  return !isReal(value.kind()) || std::fabs(toDouble(value)) < limit;
+}
+
 Ordering compareNumbers(const Variant& left, const Variant& right) {
   if (isWhole(left.kind()) && isWhole(right.kind())) return order(toLong(left), toLong(right));
   if (isEither(left, right, VariantKind::Date)) return order(toDouble(left), toDouble(right));
   // A Double beside a Currency or a Single counts only in the other's precision, so that a number equals
   // itself after it was stored in the narrower kind.
-  if (isEither(left, right, VariantKind::Currency)) return order(toCurrency(left), toCurrency(right));
+  if (isEither(left, right, VariantKind::Currency) && fitsCurrency(left) && fitsCurrency(right))
+    return order(toCurrency(left), toCurrency(right));
   if (isEither(left, right, VariantKind::Single) && isReal(left.kind()) && isReal(right.kind()))
     return order(static_cast<float>(toDouble(left)), static_cast<float>(toDouble(right)));
   return order(toDouble(left), toDouble(right));

@@ -73,6 +73,7 @@ std::int64_t currencyOf(double value) {
 std::optional<std::int64_t> wholeIn(StringView text, std::uint64_t signBit) {
   const NumberReading reading = numberIn(text);
   if (!reading.otherBase) return reading.decimal.toWhole();
+  if (signBit == 0) return reading.bits <= 0xFF ? std::optional<std::int64_t>(reading.bits) : std::nullopt;
   const std::uint64_t all = signBit * 2 - 1;
   if (reading.bits > all) return std::nullopt;
   const auto whole = static_cast<std::int64_t>(reading.bits);
@@ -85,7 +86,7 @@ std::int64_t currencyIn(StringView text) {
   return orOverflow(reading.decimal.toWhole(4));
 }
 
-// The value rounded to a whole number; signBit is the highest bit of the kind asked for.
+// The value rounded to a whole number; signBit is the highest bit of the kind asked for, 0 for a Byte.
 std::optional<std::int64_t> whole(const Variant& value, std::uint64_t signBit) {
   switch (value.kind()) {
     case VariantKind::Empty:
@@ -197,7 +198,7 @@ bool isNumericKind(VariantKind kind) {
 
 std::uint8_t toByte(const Variant& value) {
   if (value.isBoolean()) return value.boolean() ? 255 : 0;  // the low byte of -1
-  return toWhole<std::uint8_t>(value, 0x80);
+  return toWhole<std::uint8_t>(value, 0);
 }
 
 std::int16_t toInteger(const Variant& value) { return toWhole<std::int16_t>(value, 0x8000); }

@@ -27,19 +27,16 @@ DecimalNumber DecimalNumber::of(double value, int significantDigits) {
   if (value == 0) return number;
   number.negative_ = std::signbit(value);
   value = std::fabs(value);
-  // The shortest text that reads back is exact in up to 15 digits, but for the smallest values of all;
-  // rounding it further is right unless it ends in the very half that decides.
-  char text[40];
+  // The shortest text that reads back is exact enough to be rounded, but for the smallest values of all and
+  // where it ends in the very half that decides.
+  char text[64];
   auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific).ptr;
-  const auto mantissaEnd = [&] { return std::find(text, end, 'e'); };
-  const char* exponent = mantissaEnd();
-  const int shortest = exponent - text > 1 ? static_cast<int>(exponent - text) - 1 : 1;
-  const bool sparse = value < std::numeric_limits<double>::min();
-  if (sparse || (shortest > significantDigits &&
-                 (significantDigits < 15 || (shortest == significantDigits + 1 && exponent[-1] == '5')))) {
-    end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, significantDigits - 1)
-              .ptr;
-    exponent = mantissaEnd();
+  const char* exponent = std::find(text, end, 'e');
+  const bool atHalf = exponent - text == significantDigits + 2 && exponent[-1] == '5';
+  if (atHalf || value < std::numeric_limits<double>::min()) {
+    constexpr int plenty = 40;
+    end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, plenty).ptr;
+    exponent = std::find(text, end, 'e');
   }
   number.digits_[number.count_++] = text[0];
   for (const char* at = text + 2; at < exponent; ++at) number.digits_[number.count_++] = *at;

@@ -12,7 +12,7 @@ namespace zelUtilities {
 
 class DecimalNumber {
  public:
-  // A finite value in so many significant digits, rounded correctly. At most 17 digits.
+  // A finite value in so many significant digits, halves away from zero. At most 15 digits.
   static DecimalNumber of(double value, int significantDigits);
   // A whole number divided by a power of ten, exactly.
   static DecimalNumber of(std::int64_t value, int decimals);
