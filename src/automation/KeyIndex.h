@@ -29,16 +29,23 @@ class KeyIndex {
     }
   }
 
-  // The key must not be present.
-  void insert(Element* element) {
+  // After this the next insert cannot fail.
+  void makeRoom() {
     if (size_ >= limit_) grow();
-    ++size_;
-    place(entries_, Entry(stored(element->keyHash()), element));
   }
 
-  void erase(const Element* element) {
+  // The key must not be present.
+  void insert(Element* element) { insert(element, element->keyHash()); }
+  void insert(Element* element, std::uint32_t hash) {
+    makeRoom();
+    ++size_;
+    place(entries_, Entry(stored(hash), element));
+  }
+
+  void erase(const Element* element) { erase(element, element->keyHash()); }
+  void erase(const Element* element, std::uint32_t hash) {
     if (size_ == 0) return;
-    std::size_t hole = home(stored(element->keyHash()));
+    std::size_t hole = home(stored(hash));
     while (entries_[hole].element() != element) {
       if (entries_[hole].hash == 0) return;
       hole = next(hole);

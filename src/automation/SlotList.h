@@ -6,8 +6,11 @@
 // through a tree of counts made on demand. Cursors stay valid through every change.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <new>
+#include <utility>
 #include <vector>
 
 namespace zelUtilities {
@@ -39,13 +42,22 @@ class SlotList {
     Cursor* next_;
   };
 
+  SlotList() = default;
+  SlotList(const SlotList&) = delete;
+  SlotList& operator=(const SlotList&) = delete;
+
   std::size_t size() const { return live_; }
 
   void append(Element* element) {
     element->*slotMember = base_ + static_cast<std::uint32_t>(slots_.size());
     slots_.push_back(element);
     ++live_;
-    if (!counts_.empty()) appendCount();
+    if (counts_.empty()) return;
+    try {
+      appendCount();
+    } catch (const std::bad_alloc&) {
+      counts_ = {};  // made again on demand
+    }
   }
 
   void remove(Element* element) {
@@ -54,6 +66,7 @@ class SlotList {
     --live_;
     if (!counts_.empty()) countRemoval(at);
     if (at == first_) skipEmptyFront();
+    if (at + 1 == slots_.size()) dropEmptyEnd();
     if (slots_.size() > 2 * live_ + 16) close();
   }
 
@@ -70,6 +83,17 @@ class SlotList {
     live_ = first_ = 0;
     base_ = 0;
     for (Cursor* cursor = cursors_; cursor; cursor = cursor->next_) cursor->slot_ = 0;
+  }
+
+  // Exchanges the elements, not the cursors: those of both lists go back to the start.
+  void swap(SlotList& other) {
+    slots_.swap(other.slots_);
+    counts_.swap(other.counts_);
+    std::swap(live_, other.live_);
+    std::swap(first_, other.first_);
+    std::swap(base_, other.base_);
+    for (Cursor* cursor = cursors_; cursor; cursor = cursor->next_) cursor->slot_ = base_;
+    for (Cursor* cursor = other.cursors_; cursor; cursor = cursor->next_) cursor->slot_ = other.base_;
   }
 
   void reserve(std::size_t count) { slots_.reserve(count); }
@@ -91,15 +115,27 @@ class SlotList {
     while (first_ < slots_.size() && !slots_[first_]) ++first_;
   }
 
+  // A cursor that had passed them comes back to the end, where it meets the next element appended.
+  void dropEmptyEnd() {
+    while (!slots_.empty() && !slots_.back()) slots_.pop_back();
+    if (!counts_.empty()) counts_.resize(slots_.size() + 1);
+    first_ = std::min(first_, slots_.size());
+    const auto end = static_cast<std::uint32_t>(slots_.size());
+    for (Cursor* cursor = cursors_; cursor; cursor = cursor->next_)
+      if (cursor->slot_ - base_ > end) cursor->slot_ = base_ + end;
+  }
+
   // Drops empty slots. Where all of them are at the front, no element moves its slot.
   void close() {
     counts_ = {};
     if (first_ + live_ == slots_.size()) {
-      slots_.erase(slots_.begin(), slots_.begin() + static_cast<std::ptrdiff_t>(first_));
-      base_ += static_cast<std::uint32_t>(first_);
-      first_ = 0;
+      // Slot numbers go round after 2^32, so only their distance from the base tells which is earlier.
+      const auto dropped = static_cast<std::uint32_t>(first_);
       for (Cursor* cursor = cursors_; cursor; cursor = cursor->next_)
-        if (cursor->slot_ < base_) cursor->slot_ = base_;
+        if (cursor->slot_ - base_ < dropped) cursor->slot_ = base_ + dropped;
+      slots_.erase(slots_.begin(), slots_.begin() + static_cast<std::ptrdiff_t>(first_));
+      base_ += dropped;
+      first_ = 0;
       return;
     }
     moveCursors();
