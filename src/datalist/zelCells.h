@@ -1,0 +1,42 @@
+// zelCells: the cells of one node, in the order of the columns, each under its column's key.
+#pragma once
+
+#include "automation/ClassInfo.h"
+#include "automation/Enumerator.h"
+#include "datalist/zelCell.h"
+
+namespace zelUtilities {
+
+class zelCells final : public Object {
+ public:
+  static const ClassInfo& describeClass();
+  const ClassInfo* classInfo() const override { return &describeClass(); }
+
+  // The cell under a column key (any letter case) or at a position from 1; nothing when there is none.
+  Ref<zelCell> Item(const Variant& vKey) const;
+  std::int32_t Count() const;
+  // Cells in column order.
+  Ref<Enumerator> NewEnum() const;
+  // Nothing when there are no cells.
+  Ref<zelCell> FirstItem() const;
+  Ref<zelCell> LastItem() const;
+
+  // For the library's own use: without counting, nothing when there is none.
+  zelCell* find(StringView key) const;
+
+ private:
+  friend class zelNode;
+
+  // The collection lies inside its node, as the cells do.
+  explicit zelCells(const zelNode& node);
+  ~zelCells() override = default;
+  void firstReference() override;
+  void lastReference() override;
+  zelNode& owner() const {
+    return *reinterpret_cast<zelNode*>(reinterpret_cast<char*>(const_cast<zelCells*>(this)) - offset_);
+  }
+
+  std::uint32_t offset_;  // from the node's first byte
+};
+
+}  // namespace zelUtilities
