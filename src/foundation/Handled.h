@@ -17,7 +17,7 @@
 namespace zelUtilities {
 
 // For use inside a catch block: what is being handled goes to the log under this source. Never raises.
-void logCurrent(StringView source) noexcept;
+void logCurrent(StringView source, StringView moreInfo = {}) noexcept;
 
 // The same, and raises it again with the source chained, as mLog::ErrorLog does; returns where that does
 // not raise (ConDebug 2).

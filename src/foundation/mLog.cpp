@@ -210,9 +210,9 @@ void resetThreadState() { threadLog = {}; }
 
 namespace zelUtilities {
 
-void logCurrent(StringView source) noexcept {
+void logCurrent(StringView source, StringView moreInfo) noexcept {
   try {
-    mLog::ErrorLog(source, currentError());
+    mLog::ErrorLog(source, currentError(), moreInfo);
   } catch (...) {  // no memory left to report with
   }
 }

@@ -1,0 +1,10 @@
+// The classes of this folder.
+#pragma once
+
+#include "foundation/ClassRegistry.h"
+
+namespace zelUtilities {
+
+void registerSystem(ClassRegistry& registry);
+
+}  // namespace zelUtilities
