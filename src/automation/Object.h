@@ -54,7 +54,10 @@ class Object {
 
   // An object that is part of another one keeps its owner alive between these two calls.
   virtual void firstReference() {}
-  virtual void lastReference() { delete this; }
+  virtual void lastReference() {
+    references_ = 1;  // so that references that come and go in a destructor do not end it once more
+    delete this;
+  }
 
  private:
   mutable std::uint32_t references_ = 0;
