@@ -1,5 +1,8 @@
 #include "automation/ArrayData.h"
 
+#include <cstddef>
+#include <limits>
+
 #include "automation/Error.h"
 
 namespace zelUtilities {
@@ -35,11 +38,25 @@ Variant emptyElement(VariantKind kind) {
   }
 }
 
+std::size_t elementsOf(const std::vector<ArrayBound>& bounds) {
+  constexpr std::size_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(Variant);
+  std::size_t count = bounds.empty() ? 0 : 1;
+  for (const ArrayBound& bound : bounds) {
+    if (bound.count != 0 && count > most / bound.count) throw Error(ErrorNumber::OutOfMemory);
+    count *= bound.count;
+  }
+  return count;
+}
+
+// One dimension from 0. Raises 6 where its count does not fit.
+std::vector<ArrayBound> listOf(std::size_t count) {
+  return {{0, static_cast<std::uint32_t>(checkedLong(static_cast<std::int64_t>(count)))}};
+}
+
 }  // namespace
 
 Ref<ArrayData> ArrayData::create(VariantKind elementKind, std::vector<ArrayBound> bounds) {
-  std::size_t count = bounds.empty() ? 0 : 1;
-  for (const ArrayBound& bound : bounds) count *= bound.count;
+  const std::size_t count = elementsOf(bounds);
   Ref<ArrayData> array(new ArrayData);
   array->elementKind_ = elementKind;
   array->bounds_ = std::move(bounds);
@@ -54,14 +71,14 @@ Ref<ArrayData> ArrayData::create(VariantKind elementKind, std::vector<ArrayBound
 Ref<ArrayData> ArrayData::ofBytes(std::span<const std::uint8_t> contents) {
   Ref<ArrayData> array(new ArrayData);
   array->elementKind_ = VariantKind::Byte;
-  array->bounds_ = {{0, static_cast<std::uint32_t>(contents.size())}};
+  array->bounds_ = listOf(contents.size());
   array->bytes_.assign(contents.begin(), contents.end());
   return array;
 }
 
 Ref<ArrayData> ArrayData::ofVariants(std::vector<Variant> elements) {
   Ref<ArrayData> array(new ArrayData);
-  array->bounds_ = {{0, static_cast<std::uint32_t>(elements.size())}};
+  array->bounds_ = listOf(elements.size());
   array->elements_ = std::move(elements);
   return array;
 }

@@ -22,7 +22,7 @@ struct ArrayBound {
 class ArrayData {
  public:
   // An array of empty elements. The element kind may be any but Empty, Null and Array. Without
-  // dimensions it is an undimensioned array.
+  // dimensions it is an undimensioned array. Raises 7 for more elements than memory can hold.
   static Ref<ArrayData> create(VariantKind elementKind, std::vector<ArrayBound> bounds);
   static Ref<ArrayData> ofBytes(std::span<const std::uint8_t> contents);
   static Ref<ArrayData> ofVariants(std::vector<Variant> elements);

@@ -27,7 +27,9 @@ Variant::Variant(Object* object) noexcept {
   if (object) object->retain();
 }
 
-Variant::Variant(Ref<ArrayData> array) noexcept { store(VariantKind::Array, array.detach()); }
+Variant::Variant(Ref<ArrayData> array) noexcept : Variant() {
+  if (array) store(VariantKind::Array, array.detach());
+}
 
 void Variant::storeLongText(StringView text) {
   if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))

@@ -59,7 +59,7 @@ class Variant {
   requires std::is_base_of_v<Object, T> Variant(const Ref<T>& object)
   noexcept : Variant(static_cast<Object*>(object.get())) {}
   Variant(std::nullptr_t) noexcept : Variant(static_cast<Object*>(nullptr)) {}
-  Variant(Ref<ArrayData> array) noexcept;
+  Variant(Ref<ArrayData> array) noexcept;  // Empty where it holds nothing
   // No silent conversion from other pointers or wider integers.
   template <class T>
   requires(std::is_pointer_v<T> && !std::is_convertible_v<T, Object*> &&
