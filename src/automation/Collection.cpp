@@ -29,8 +29,10 @@ class Collection::Walk : public Enumerator {
 Collection::~Collection() { Clear(); }
 
 void Collection::append(std::unique_ptr<Entry> entry) {
+  if (entry->key) index_.makeRoom();
+  items_.append(entry.get());  // the last step that can fail
   if (entry->key) index_.insert(entry.get());
-  items_.append(entry.release());
+  entry.release();
 }
 
 void Collection::Add(const Variant& vItem, const Variant& vKey) {
@@ -71,12 +73,10 @@ void Collection::Remove(const Variant& vKey) {
 
 void Collection::Clear() {
   SlotList<Entry, &Entry::slot> leaving;
-  std::uint32_t slot = items_.startSlot();
-  while (Entry* entry = items_.nextFrom(slot)) leaving.append(entry);
+  leaving.swap(items_);
   index_.clear();
-  items_.clear();
-  slot = leaving.startSlot();
-  while (Entry* entry = leaving.nextFrom(slot)) delete entry;  // may call back into this collection
+  std::uint32_t slot = leaving.startSlot();
+  while (const Entry* entry = leaving.nextFrom(slot)) delete entry;  // may call back here or end this
 }
 
 Ref<Enumerator> Collection::NewEnum() { return Ref<Enumerator>(new Walk(Ref<Collection>(this))); }
