@@ -85,12 +85,22 @@ class CompleteArguments {
   std::vector<Variant> many_;
 };
 
+bool asksFor(InvokeKind kind, InvokeKind what) {
+  return (static_cast<unsigned>(kind) & static_cast<unsigned>(what)) != 0;
+}
+
+// An object may be written either way where the member offers only one. A client that asks for both leaves
+// the choice to the value.
 const Callable& callableFor(const Member& member, InvokeKind kind, std::span<const Variant> arguments) {
+  const bool byValue = asksFor(kind, InvokeKind::Put);
+  const bool byReference = asksFor(kind, InvokeKind::PutRef);
+  const bool isObject = !arguments.empty() && arguments.back().isObject();
   const Callable* chosen = &member.get;
-  if (kind == InvokeKind::Put)
-    chosen = member.put || arguments.empty() || !arguments.back().isObject() ? &member.put : &member.putRef;
-  if (kind == InvokeKind::PutRef) chosen = member.putRef ? &member.putRef : &member.put;
-  if (kind == InvokeKind::Method && member.isProperty) chosen = &member.get;
+  if (byReference && (isObject || !byValue)) {
+    chosen = member.putRef ? &member.putRef : &member.put;
+  } else if (byValue) {
+    chosen = member.put || !isObject ? &member.put : &member.putRef;
+  }
   if (!*chosen) throw Error(ErrorNumber::ObjectDoesNotSupport);
   return *chosen;
 }
