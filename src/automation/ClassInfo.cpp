@@ -107,6 +107,9 @@ const Callable& callableFor(const Member& member, InvokeKind kind, std::span<con
 
 // list.Columns("A"): arguments that the member does not take are for the result's default member.
 Variant invokeResult(Object& self, const Member& member, std::span<Variant> arguments) {
+  const VariantKind kind = member.result.kind;
+  if (kind != VariantKind::Object && kind != VariantKind::Variant)  // the member is not even called
+    throw Error(ErrorNumber::WrongNumberOfArguments);
   const Variant result = invokeMember(self, member, InvokeKind::MethodOrGet, {});
   if (!result.isObject()) throw Error(ErrorNumber::WrongNumberOfArguments);
   if (!result.object()) throw Error(ErrorNumber::ObjectNotSet);
