@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "automation/ArrayData.h"
 #include "automation/CaseFolding.h"
 #include "automation/Error.h"
 
@@ -27,6 +28,7 @@ void checkParameters(const ClassTable& table, const Member& member) {
 Variant leftOut(const Parameter& parameter) {
   if (parameter.hasDefault) return parameter.defaultValue;
   if (!parameter.optional) throw Error(ErrorNumber::ArgumentNotOptional);
+  if (parameter.type.array) return ArrayData::create(parameter.type.kind, {});
   switch (parameter.type.kind) {
     case VariantKind::Variant:
       return Variant::missing();
@@ -55,10 +57,9 @@ class CompleteArguments {
     copied_ = true;
     std::span<Variant> complete = room(count);
     const bool hasValue = count > member.parameters.size();  // a put's value comes last
-    const std::size_t indexes = given.size() - (hasValue && !given.empty() ? 1 : 0);
-    for (std::size_t i = 0; i < member.parameters.size(); ++i) {
-      complete[i] = i < indexes && !given[i].isMissing() ? given[i] : leftOut(member.parameters[i]);
-    }
+    if (hasValue && !given.empty()) given_ = given.first(given.size() - 1);
+    for (std::size_t i = 0; i < member.parameters.size(); ++i)
+      complete[i] = i < given_.size() && !given[i].isMissing() ? given[i] : leftOut(member.parameters[i]);
     if (hasValue)
       complete[count - 1] = given.empty() ? throw Error(ErrorNumber::ArgumentNotOptional) : given.back();
     complete_ = complete;
