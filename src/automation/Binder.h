@@ -299,18 +299,27 @@ struct Signature<void, R (*)(A...)> {
   }
 };
 
+template <class Declared>
+Parameter parameter(const ParameterName& name) {
+  Parameter described = name.parameter();
+  TypeInfo type = Argument<Declared>::type();
+  type.byReference = type.byReference || described.type.byReference;
+  described.type = type;
+  if (!described.hasDefault) return described;
+  try {
+    static_cast<void>(Travel<std::remove_cvref_t<Declared>>::fromVariant(described.defaultValue));
+  } catch (const Error&) {
+    throw Error(ErrorNumber::InternalError, {}, u"the default of " + described.name + u" is of a wrong kind");
+  }
+  return described;
+}
+
 template <class... Declared>
 std::vector<Parameter> parameters(std::type_identity<std::tuple<Declared...>>,
-                                  std::span<const ParameterName> names) {
+                                  [[maybe_unused]] std::span<const ParameterName> names) {
   std::vector<Parameter> described;
   [[maybe_unused]] std::size_t i = 0;
-  [[maybe_unused]] const auto add = [&](TypeInfo type) {
-    Parameter parameter = names[i++].parameter();
-    type.byReference = type.byReference || parameter.type.byReference;
-    parameter.type = type;
-    described.push_back(std::move(parameter));
-  };
-  (add(Argument<Declared>::type()), ...);
+  (described.push_back(parameter<Declared>(names[i++])), ...);
   return described;
 }
 
@@ -346,6 +355,7 @@ class ClassBuilder {
   // A read-only property, with or without arguments.
   template <class Get>
   ClassBuilder& property(const char* name, Get get, const char* help) {
+    checkCount<Get, 0>();
     return add(name, get, std::span<const ParameterName>(), help, true);
   }
   template <class Get, std::size_t N>
@@ -357,6 +367,8 @@ class ClassBuilder {
   template <class Get, class Put>
   requires(!std::is_convertible_v<Put, const char*>) ClassBuilder& property(const char* name, Get get,
                                                                             Put put, const char* help) {
+    checkCount<Get, 0>();
+    checkCount<Put, 1>();
     add(name, get, std::span<const ParameterName>(), help, true);
     table_.members.back().put = binder::callableOf(&binder::Signature<T, Put>::invoke, put);
     return *this;
@@ -364,6 +376,8 @@ class ClassBuilder {
   // Read, and written by reference (an object).
   template <class Get, class Put>
   ClassBuilder& propertyRef(const char* name, Get get, Put put, const char* help) {
+    checkCount<Get, 0>();
+    checkCount<Put, 1>();
     add(name, get, std::span<const ParameterName>(), help, true);
     table_.members.back().putRef = binder::callableOf(&binder::Signature<T, Put>::invoke, put);
     return *this;
@@ -390,6 +404,7 @@ class ClassBuilder {
 
   template <class Function>
   ClassBuilder& enumerator(Function newEnum) {
+    checkCount<Function, 0>();
     add("NewEnum", newEnum, std::span<const ParameterName>(), "Enumerates the items in order.", true);
     table_.members.back().id = Member::enumeratorId;
     return *this;

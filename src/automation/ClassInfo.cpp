@@ -15,7 +15,17 @@ namespace {
   throw Error(ErrorNumber::InternalError, table.name, String(what));
 }
 
+// Few names, so that comparing each with each is quickest.
+template <class Named>
+void checkNames(const ClassTable& table, const std::vector<Named>& named, const String& where) {
+  for (auto one = named.begin(); one != named.end(); ++one) {
+    const auto isSame = [one](const Named& other) { return equalFolded(one->name, other.name); };
+    if (std::any_of(named.begin(), one, isSame)) refuse(table, one->name + u" is described twice" + where);
+  }
+}
+
 void checkParameters(const ClassTable& table, const Member& member) {
+  checkNames(table, member.parameters, u" in " + member.name);
   bool optionalSeen = false;
   for (const Parameter& parameter : member.parameters) {
     if (optionalSeen && !parameter.optional)
@@ -140,6 +150,7 @@ void ClassInfo::check() const {
   if (countOf(Member::defaultId) > 1) refuse(table_, u"two default members");
   if (countOf(Member::enumeratorId) > 1) refuse(table_, u"two enumerators");
   for (const Member& member : table_.members) checkParameters(table_, member);
+  checkNames(table_, table_.events, u" among the events");
 }
 
 Ref<Object> ClassInfo::create() const {

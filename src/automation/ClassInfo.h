@@ -106,7 +106,8 @@ struct ClassTable {
 class ClassInfo {
  public:
   // Raises 51 with a sentence for a table that contradicts itself: a name given twice (in any letter
-  // case), two default members, a required parameter after an optional one.
+  // case, of members, events or one member's parameters), two default members or enumerators, a required
+  // parameter after an optional one.
   explicit ClassInfo(ClassTable table);
   ClassInfo(const ClassInfo&) = delete;
   ClassInfo& operator=(const ClassInfo&) = delete;

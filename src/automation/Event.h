@@ -1,7 +1,7 @@
 // Event: listeners called one after another, in the order of subscription.
 //
-//   Event<zelNode&, bool&> removingNode;
-//   Subscription watch = removingNode.subscribe([](zelNode& node, bool& cancel) { ... });
+//   Event<const Ref<zelNode>&, bool&> removingNode;
+//   Subscription watch = removingNode.subscribe([](const Ref<zelNode>& node, bool& cancel) { ... });
 //
 // Arguments by reference can be written by a listener and are seen by the later ones. Listeners
 // may subscribe and unsubscribe while an event is delivered: a new one is called from the next
