@@ -1,0 +1,20 @@
+// FileAttributes: the attributes of a file or folder. Hidden, system and archive lie in the extended
+// attribute that Samba and Wine use; read-only is the missing right of the owner to write.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace zelUtilities {
+
+// Follows links. Raises where there is nothing.
+std::uint32_t fileAttributes(const std::string& path);
+void setFileAttributes(const std::string& path, std::uint32_t attributes);
+
+// Read-only for its owner, and so for everybody: the mode counts, since a superuser may write to anything.
+bool isReadOnly(const std::string& path);
+
+// Gives an open file the rights, the owner and the extended attributes of another one, as far as allowed.
+void copyAttributes(const std::string& from, int toFile);
+
+}  // namespace zelUtilities

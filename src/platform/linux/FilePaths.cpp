@@ -1,0 +1,115 @@
+#include "platform/linux/FilePaths.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "automation/CaseFolding.h"
+#include "automation/Error.h"
+#include "platform/FilePattern.h"
+#include "platform/Machine.h"
+
+namespace zelUtilities {
+
+namespace {
+
+constexpr StringView separators = u"/\\";
+
+bool isLetter(char16_t unit) { return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z'); }
+
+bool isFolder(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool isThere(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0;
+}
+
+// The name in the folder that is spelled like this but for letter case; "" when there is none.
+std::string spellingIn(const std::string& folder, StringView name) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()), closedir);
+  if (!entries) return {};
+  while (const dirent* entry = readdir(entries.get()))
+    if (equalFolded(fromUtf8(entry->d_name), name)) return entry->d_name;
+  return {};
+}
+
+// Puts names together to a path, each in the spelling that is there.
+class PathWalk {
+ public:
+  explicit PathWalk(std::string start) : path_(std::move(start)) {}
+
+  void add(StringView name) {
+    const std::string exact = toUtf8(name);
+    const std::string folder = path_;
+    path_ += exact;
+    if (missing_ || isThere(path_)) return;
+    const std::string spelling = spellingIn(folder, name);
+    missing_ = spelling.empty();
+    if (!missing_) path_ = folder + spelling;
+  }
+  void addSeparator() { path_ += '/'; }
+
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+  bool missing_ = false;  // nothing below can be there
+};
+
+std::string walk(std::string start, StringView rest) {
+  PathWalk walk(std::move(start));
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find_first_of(separators), rest.size());
+    if (end != 0) walk.add(rest.substr(0, end));
+    rest.remove_prefix(end);
+    if (rest.empty()) break;
+    walk.addSeparator();
+    rest.remove_prefix(std::min(rest.find_first_not_of(separators), rest.size()));
+  }
+  return walk.path();
+}
+
+void requireName(StringView path) {
+  if (path.empty() || path.find(u'\0') != StringView::npos || hasWildcard(path))
+    throw Error(ErrorNumber::BadFileName);
+}
+
+}  // namespace
+
+std::string driveRoot(char16_t letter) {
+  const char lower = static_cast<char>(letter | 0x20);
+  const std::string home = toUtf8(machine().homeFolder());
+  const std::string listed = home + "/drives/" + lower;
+  if (isFolder(listed)) return listed;
+  if (lower == 'z') return "";
+  const std::string own = home + "/drive_c";
+  if (lower != 'c' || (mkdir(own.c_str(), 0777) != 0 && !isFolder(own)))
+    throw Error(ErrorNumber::PathNotFound);
+  return own;
+}
+
+std::string nativePath(StringView path) {
+  requireName(path);
+  if (path.starts_with(u"\\\\")) throw Error(ErrorNumber::PathNotFound);  // another machine's
+  std::string start;
+  if (path.size() >= 2 && path[1] == u':' && isLetter(path[0])) {
+    start = driveRoot(path[0]) + "/";
+    path.remove_prefix(2);
+    path.remove_prefix(std::min(path.find_first_not_of(separators), path.size()));
+  }
+  return walk(std::move(start), path);
+}
+
+std::size_t lastPartOf(StringView path) {
+  const std::size_t separator = path.find_last_of(separators);
+  if (separator != StringView::npos) return separator + 1;
+  return path.size() >= 2 && path[1] == u':' && isLetter(path[0]) ? 2 : 0;
+}
+
+}  // namespace zelUtilities

@@ -1,0 +1,21 @@
+// FilePaths: the native path behind a name that a client gives, Windows paths included (see Files.h).
+#pragma once
+
+#include <string>
+
+#include "automation/String.h"
+
+namespace zelUtilities {
+
+// The native path. Names that are not there in that spelling are taken from the folder without regard to
+// letter case; what is not there at all is left as spelled. Raises 52 for a name that can be no file's and
+// 76 for a drive that does not exist.
+std::string nativePath(StringView path);
+
+// Where the last part of a path begins.
+std::size_t lastPartOf(StringView path);
+
+// The root of a drive without a separator at its end ("" is the whole tree's); raises 76 when there is none.
+std::string driveRoot(char16_t letter);
+
+}  // namespace zelUtilities

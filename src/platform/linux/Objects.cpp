@@ -1,0 +1,32 @@
+#include "platform/Objects.h"
+
+#include "platform/ObjectTable.h"
+#include "platform/linux/FileSystemObject.h"
+
+namespace zelUtilities {
+
+namespace {
+
+// There is no class store: what the program registered, else the stand-ins.
+class LinuxObjects : public Objects {
+ public:
+  LinuxObjects() {
+    registerStandIn(u"Scripting.FileSystemObject", [] { return Ref<Object>(new FileSystemObject); });
+  }
+
+  Ref<Object> create(StringView progId) override {
+    Ref<Object> object = createRegistered(progId);
+    if (!object) object = createStandIn(progId);
+    if (!object) raiseCannotCreate(progId, u"no such class is registered");
+    return object;
+  }
+};
+
+}  // namespace
+
+Objects& Objects::system() {
+  static auto& service = *new LinuxObjects;
+  return service;
+}
+
+}  // namespace zelUtilities
