@@ -60,14 +60,21 @@ std::int64_t divideRounded(std::int64_t tenThousandths) {
 }
 
 // Rounded by the value's exact product with 10000, halves to even: rounding the product to a double first
-// would make halves of what is just above or below one.
+// would make halves of what is just above or below one, and lose the last digits of large amounts.
 std::int64_t currencyOf(double value) {
   const double product = value * currencyUnits;
   const double missing = std::fma(value, currencyUnits, -product);
-  double rounded = std::nearbyint(product);
-  if (std::fabs(product - std::trunc(product)) == 0.5 && missing != 0)
-    rounded = missing > 0 ? std::ceil(product) : std::floor(product);
-  return orOverflow(wholeOf(rounded));
+  const std::optional<std::int64_t> rounded = wholeOf(product);
+  if (!rounded) raiseOverflow();
+  // From 2^53 on the product is whole and `missing` may be more than a fraction.
+  const double rest = product - static_cast<double>(*rounded);
+  if (std::fabs(rest) != 0.5) {
+    const auto correction = static_cast<std::int64_t>(std::nearbyint(missing));
+    if (correction < 0 && *rounded < std::numeric_limits<std::int64_t>::min() - correction) raiseOverflow();
+    return *rounded + correction;
+  }
+  if (missing == 0) return *rounded;
+  return static_cast<std::int64_t>(missing > 0 ? std::ceil(product) : std::floor(product));
 }
 
 std::optional<std::int64_t> wholeIn(StringView text, std::uint64_t signBit) {

@@ -41,6 +41,15 @@ PatternKind kindOf(StringView pattern) {
   return PatternKind::Number;
 }
 
+// A text keeps all its digits.
+std::optional<DecimalNumber> numberIn(StringView text) {
+  const std::optional<NumberReading> reading = readNumber(text, currentLocale());
+  if (!reading) return std::nullopt;
+  if (reading->otherBase) return DecimalNumber::of(static_cast<double>(reading->bits), formatDigits);
+  // What no Double holds would make a text of any length.
+  return reading->decimal.toDouble() ? std::optional(reading->decimal) : std::nullopt;
+}
+
 // The value as a number; nothing for a text that does not read as one.
 std::optional<DecimalNumber> numberOf(const Variant& value) {
   switch (value.kind()) {
@@ -51,12 +60,10 @@ std::optional<DecimalNumber> numberOf(const Variant& value) {
     case VariantKind::Currency:
       return DecimalNumber::of(value.currencyValue(), 4);
     case VariantKind::String:
-      if (!isNumeric(value.text())) return std::nullopt;
-      break;
+      return numberIn(value.text());
     default:
-      break;
+      return DecimalNumber::of(toDouble(value), formatDigits);
   }
-  return DecimalNumber::of(toDouble(value), formatDigits);
 }
 
 // The value as a date; nothing for a text that reads neither as a date nor as a number.

@@ -144,7 +144,8 @@ class NumberReader {
   }
 
   bool readExponent(DecimalNumber& number) {
-    if (at_ == end_ || !(*at_ == u'e' || *at_ == u'E' || *at_ == u'd' || *at_ == u'D')) return true;
+    // An amount with the currency sign in front has none.
+    if (at_ == end_ || currency_ || !(*at_ == u'e' || *at_ == u'E' || *at_ == u'd' || *at_ == u'D')) return true;
     ++at_;
     const bool negative = at_ < end_ && *at_ == u'-';
     if (negative || (at_ < end_ && *at_ == u'+')) ++at_;
