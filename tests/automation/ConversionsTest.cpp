@@ -141,9 +141,9 @@ TEST(NumberTexts, AreAcceptedInEveryForm) {
 
 TEST(NumberTexts, AreRefusedInAnyOtherForm) {
   for (const StringView text :
-       {u"",    u" ",    u"x",        u"5x",    u"5 5",   u".",   u"-",      u"--5",  u"-5-",  u"(5",
-        u"5)",  u"()",   u",1",       u"1.5,0", u"1.2.3", u"1e",  u"1e+",    u"e5",   u"1E 5", u"$",
-        u"$5$", u"True", u"3/5/2007", u"&H",    u"&HG",   u"&17", u"\uFF11", u"1E2.5"}) {
+       {u"",    u" ",    u"x",        u"5x",    u"5 5",   u".",   u"-",      u"--5",   u"-5-",  u"(5",
+        u"5)",  u"()",   u",1",       u"1.5,0", u"1.2.3", u"1e",  u"1e+",    u"e5",    u"1E 5", u"$",
+        u"$5$", u"True", u"3/5/2007", u"&H",    u"&HG",   u"&17", u"\uFF11", u"1E2.5", u"$1E2"}) {
     EXPECT_FALSE(isNumeric(text)) << toUtf8(text);
     EXPECT_EQ(raised([&] { toDouble(Variant(text)); }), 13) << toUtf8(text);
     EXPECT_EQ(raised([&] { toLong(Variant(text)); }), 13) << toUtf8(text);
@@ -222,6 +222,8 @@ TEST(Currency, IsExactToFourPlaces) {
   EXPECT_EQ(toCurrency(0.5 / 10000 + 1e-18), 1);
   EXPECT_EQ(toCurrency(1.00005), 10001);  // the double lies above the half
   EXPECT_EQ(toCurrency(-0.03125), -312);
+  EXPECT_EQ(toCurrency(99999999999999.75), 999999999999997500);
+  EXPECT_EQ(toCurrency(-922337203685477.5), -9223372036854775000);
   EXPECT_EQ(toCurrency(7), 70000);
 }
 

@@ -169,6 +169,9 @@ TEST(Format, LaysOutTexts) {
 TEST(Format, ReadsTextsBeforeANumberOrDatePattern) {
   expectAll({{u"12.5", u"0.00", u"12.50"},
              {u" $1,012.5 ", u"0.00", u"1012.50"},
+             {u"12345678901234567890", u"#,##0", u"12,345,678,901,234,567,890"},
+             {u"&H10", u"0", u"16"},
+             {u"1e400", u"0", u"1e400"},
              {u"abc", u"0.00", u"abc"},
              {u"", u"0.00", u""},
              {u"39697.11", u"hh:mm", u"02:38"},
