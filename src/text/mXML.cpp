@@ -1,0 +1,108 @@
+#include "text/mXML.h"
+
+#include <algorithm>
+#include <array>
+
+#include "automation/Conversions.h"
+#include "foundation/Handled.h"
+#include "platform/Locale.h"
+
+namespace zelUtilities::mXML {
+
+namespace {
+
+struct Entity {
+  char16_t character;
+  StringView reference;
+};
+constexpr std::array<Entity, 5> entities = {
+    {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'\'', u"&apos;"}, {u'"', u"&quot;"}}};
+
+constexpr char16_t firstNumeric = 128;  // codes from here on become numeric references
+
+// For each ASCII character the place of its entity from 1, or 0.
+constexpr auto entityOf = [] {
+  std::array<std::uint8_t, firstNumeric> places{};
+  for (std::uint8_t i = 0; i < entities.size(); ++i) places[entities[i].character] = i + 1;
+  return places;
+}();
+
+bool isPlainUnit(char16_t unit) { return unit < firstNumeric && entityOf[unit] == 0; }
+
+// Where the first unit at or after `at` stands that may be written otherwise; the size when there is none.
+std::size_t plainEnd(StringView text, std::size_t at) {
+  while (at < text.size() && isPlainUnit(text[at])) ++at;
+  return at;
+}
+
+void appendUnit(String& out, char16_t unit, bool escapes) {
+  if (unit < firstNumeric) {
+    if (escapes) {
+      out += entities[entityOf[unit] - 1U].reference;
+    } else {
+      out += unit;
+    }
+    return;
+  }
+  const std::uint8_t code = narrowUnit(unit);
+  if (code < firstNumeric) {
+    out += unit;  // no code, or that of an ASCII look-alike
+  } else {
+    out += u"&#";
+    out += decimalText(code);
+    out += u';';
+  }
+}
+
+String escape(StringView text, std::size_t firstSpecial) {
+  const bool escapes = !isNumeric(text);
+  String out;
+  out.reserve(text.size() + text.size() / 8 + 8);
+  std::size_t done = 0;
+  for (std::size_t at = firstSpecial; at < text.size(); at = plainEnd(text, done)) {
+    out += text.substr(done, at - done);
+    appendUnit(out, text[at], escapes);
+    done = at + 1;
+  }
+  out += text.substr(done);
+  return out;
+}
+
+String unescape(StringView text, std::size_t firstAmpersand) {
+  String out;
+  out.reserve(text.size());
+  std::size_t done = 0;
+  for (std::size_t at = firstAmpersand; at < text.size(); at = std::min(text.find(u'&', done), text.size())) {
+    out += text.substr(done, at - done);
+    const StringView rest = text.substr(at);
+    const auto entity = std::find_if(entities.begin(), entities.end(),
+                                     [rest](const Entity& e) { return rest.starts_with(e.reference); });
+    out += entity == entities.end() ? u'&' : entity->character;
+    done = at + (entity == entities.end() ? 1 : entity->reference.size());
+  }
+  if (done < text.size()) out += text.substr(done);
+  return out;
+}
+
+}  // namespace
+
+// The numeric test matters only where there is something to escape: in some locales an apostrophe
+// parts the thousands.
+String ToXML(StringView sSource) {
+  return chained(u"mXML.ToXML", [sSource] {
+    const std::size_t special = plainEnd(sSource, 0);
+    return special == sSource.size() ? String(sSource) : escape(sSource, special);
+  });
+}
+
+bool isPlain(StringView text) { return plainEnd(text, 0) == text.size(); }
+
+// No replacement can make up a new reference, so one pass gives what one pass per entity gives.
+String FromXML(StringView sSource) {
+  return chained(u"mXML.FromXML", [sSource] {
+    const std::size_t ampersand = sSource.find(u'&');
+    return ampersand == StringView::npos ? String(sSource) : unescape(sSource, ampersand);
+  });
+}
+
+}  // namespace zelUtilities::mXML

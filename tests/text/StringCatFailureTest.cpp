@@ -1,0 +1,122 @@
+// What the builder does when something fails: what it raises, what it reports, and that it keeps what it had.
+#include <gmock/gmock.h>
+
+#include <limits>
+
+#include "automation/Collection.h"
+#include "automation/Error.h"
+#include "foundation/ErrorWatch.h"
+#include "foundation/LogFixture.h"
+#include "text/zelStringCat.h"
+
+namespace zelUtilities {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::int32_t longest = std::numeric_limits<std::int32_t>::max();
+
+std::string complete(const zelStringCat& builder) { return toUtf8(builder.Complete()); }
+
+// Views that claim to be as long as a text may be, and longer; their characters are never read.
+const char16_t* volatile nowhere = u"x";
+StringView longestText() { return {nowhere, longest}; }
+StringView endless() { return {nowhere, static_cast<std::size_t>(longest) + 1}; }
+
+class StringCatFailure : public ::testing::Test {
+ protected:
+  std::vector<std::string> reports;  // as "source number own source"
+
+  // What the body raises, as "number source".
+  template <class Body>
+  static std::string raised(const Body& body) {
+    try {
+      body();
+    } catch (const Error& error) {
+      return std::to_string(error.number()) + " " + toUtf8(error.source());
+    }
+    return "nothing";
+  }
+
+ private:
+  ErrorWatch watch_{[this](const ErrorReport& report) {
+    reports.push_back(toUtf8(report.source) + " " + std::to_string(report.number) + " " +
+                      toUtf8(report.errorSource));
+  }};
+};
+
+TEST_F(StringCatFailure, AStartBelowOneIsAnInvalidCall) {
+  zelStringCat builder;
+  builder.ConcatenatePart(u"abc");
+  EXPECT_EQ(raised([&] { builder.Find(u"a", 0); }), "5 zelStringCat.Find");
+  EXPECT_EQ(raised([&] { builder.Replace(u"a", u"b", -1); }), "5 zelStringCat.Replace");
+  EXPECT_EQ(raised([&] { builder.Find(u"a", 1, 2); }), "5 zelStringCat.Find");
+  EXPECT_EQ(complete(builder), "abc");
+  EXPECT_THAT(reports,
+              ElementsAre("zelStringCat.Find 5 ", "zelStringCat.Replace 5 ", "zelStringCat.Find 5 "));
+}
+
+TEST_F(StringCatFailure, ATextBeyond32BitsOverflowsAndLeavesTheBuilderAsItWas) {
+  zelStringCat builder;
+  builder.ConcatenatePart(u"ab");
+  EXPECT_EQ(raised([&] { builder.CheckBufferSize(longest - 1); }), "6 zelStringCat.CheckBufferSize");
+  EXPECT_EQ(complete(builder), "ab");
+  EXPECT_EQ(builder.capacity(), 2048);
+  EXPECT_THAT(reports, ElementsAre("zelStringCat.CheckBufferSize 6 "));
+}
+
+TEST_F(StringCatFailure, AppendingReportsAndRaisesUnderItsOwnName) {
+  zelStringCat builder;
+  builder.ConcatenatePart(u"ab");
+  EXPECT_EQ(raised([&] { builder.ConcatenatePart(longestText()); }),
+            "6 zelStringCat.ConcatenatePart::zelStringCat.CheckBufferSize");
+  EXPECT_EQ(raised([&] { builder.ConcatenatePart(endless()); }), "6 zelStringCat.ConcatenatePart");
+  EXPECT_EQ(complete(builder), "ab");
+  EXPECT_THAT(reports, ElementsAre("zelStringCat.CheckBufferSize 6 ",
+                                   "zelStringCat.ConcatenatePart 6 zelStringCat.CheckBufferSize",
+                                   "zelStringCat.ConcatenatePart 6 "));
+}
+
+TEST_F(StringCatFailure, ConcatenateDropsTheEarlierSourceAndMissesATInItsOwn) {
+  zelStringCat builder;
+  EXPECT_EQ(raised([&] { builder.Concatenate(endless()); }), "6 zelSringCat.Concatenate");
+  EXPECT_EQ(raised([&] { builder.ConcatenateCRLF(endless()); }), "6 zelSringCat.Concatenate");
+  EXPECT_THAT(reports, ElementsAre("zelStringCat.ConcatenatePart 6 ", "zelStringCat.ConcatenatePart 6 "));
+}
+
+TEST_F(StringCatFailure, AReplacementBeyond32BitsReplacesNothing) {
+  zelStringCat builder;
+  builder.ConcatenatePart(u"ab");
+  EXPECT_EQ(raised([&] { builder.Replace(u"a", longestText()); }),
+            "6 zelStringCat.Replace::zelStringCat.CheckBufferSize");
+  EXPECT_EQ(complete(builder), "ab");
+}
+
+TEST_F(StringCatFailure, XmlOperationsThatGoStepByStepOnlyLog) {
+  zelStringCat builder;
+  builder.StartElement(endless());
+  builder.StartElement(u"A");
+  builder.AddAttribute(endless(), u"v");
+  builder.AddAttribute(u"a", u"v", Variant(Ref<Object>(make<Collection>())));
+  builder.FinishElementEx(false, u"v");
+  EXPECT_EQ(complete(builder), "<<A >v</A>\r\n");
+  EXPECT_THAT(reports, ElementsAre("zelStringCat.ConcatenatePart 6 ",
+                                   "zelStringCat.StartElement 6 zelStringCat.ConcatenatePart",
+                                   "zelStringCat.ConcatenatePart 6 ",
+                                   "zelStringCat.AddAttribute 6 zelSringCat.Concatenate",
+                                   "zelStringCat.AddAttribute 449 "));
+}
+
+TEST_F(LogTest, InDebugModeTwoWhatDoesNotFitIsLeftOut) {
+  setUser(u"ConDebug", "2");
+  zelStringCat builder;
+  builder.ConcatenatePart(u"ab");
+  builder.ConcatenatePart(longestText());
+  builder.Replace(u"a", longestText());
+  builder.ConcatenatePart(u"c");
+  EXPECT_EQ(complete(builder), "abc");
+  EXPECT_EQ(builder.Find(u"a", 0), 0);
+}
+
+}  // namespace
+}  // namespace zelUtilities
