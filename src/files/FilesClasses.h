@@ -1,0 +1,10 @@
+// The classes of files/, entered into a registry.
+#pragma once
+
+#include "foundation/ClassRegistry.h"
+
+namespace zelUtilities {
+
+void registerFiles(ClassRegistry& registry);
+
+}  // namespace zelUtilities
