@@ -23,6 +23,12 @@ find_package(Qt5Core QUIET)
 if(Qt5Core_FOUND)
   zel_peer(qt5 Qt5::Core)
 endif()
+find_package(Qt5Gui QUIET)
+if(Qt5Gui_FOUND)
+  zel_peer(qt5gui Qt5::Gui)
+  # Qt's macro "slots" would take a name of ours.
+  target_compile_definitions(zel_peer_qt5gui INTERFACE QT_NO_KEYWORDS)
+endif()
 find_package(Poco QUIET COMPONENTS Util Foundation)
 if(Poco_FOUND)
   zel_peer(poco Poco::Util Poco::Foundation)
@@ -39,8 +45,8 @@ if(PkgConfig_FOUND)
 endif()
 
 # zel_add_benchmark(<name> SOURCES file... [DEPENDS folder...] [PEERS peer...])
-# The Google Benchmark program <name>; HAVE_PUGIXML, HAVE_BOOST, HAVE_QT5, HAVE_POCO, HAVE_LIBXML2 and
-# HAVE_GLIB are defined for those of its PEERS that are installed.
+# The Google Benchmark program <name>; HAVE_PUGIXML, HAVE_BOOST, HAVE_QT5, HAVE_QT5GUI, HAVE_POCO, HAVE_LIBXML2
+# and HAVE_GLIB are defined for those of its PEERS that are installed.
 function(zel_add_benchmark name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS;PEERS")
   list(TRANSFORM arg_DEPENDS PREPEND zel_)
