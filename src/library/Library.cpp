@@ -1,7 +1,10 @@
 #include "library/Library.h"
 
+#include "datalist/DatalistClasses.h"
+#include "files/FilesClasses.h"
 #include "platform/Locale.h"
 #include "system/SystemClasses.h"
+#include "text/TextClasses.h"
 
 namespace zelUtilities {
 
@@ -9,6 +12,9 @@ namespace {
 
 struct WholeLibrary {
   WholeLibrary() {
+    registerText(classes);
+    registerDatalist(classes);
+    registerFiles(classes);
     registerSystem(classes);
     installSystemLocale();
     setCurrentClassRegistry(classes);
