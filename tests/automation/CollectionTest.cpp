@@ -1,0 +1,158 @@
+#include "automation/Collection.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+#include "automation/FailingMemory.h"
+#include "automation/Raised.h"
+
+namespace zelUtilities {
+namespace {
+
+// An item that does something as it ends.
+struct Last : Object {
+  explicit Last(std::function<void()> action) : atEnd(std::move(action)) {}
+  ~Last() override { atEnd(); }
+  std::function<void()> atEnd;
+};
+
+Ref<Collection> numbered(std::int32_t count) {
+  auto numbers = make<Collection>();
+  for (std::int32_t i = 1; i <= count; ++i) numbers->Add(i, u"k" + decimalText(i));
+  return numbers;
+}
+
+TEST(Collection, AnswersByPositionAndByKeyInAnyCase) {
+  const auto items = make<Collection>();
+  items->Add(u"Arial", u"Font");
+  items->Add(u"no key");
+  items->Add(u"empty", u"");
+  EXPECT_EQ(items->Item(u"FONT").text(), u"Arial");
+  EXPECT_EQ(items->Item(u"").text(), u"empty");
+  EXPECT_EQ(items->Item(2.4).text(), u"no key");
+  EXPECT_EQ(raised([&] { items->Add(1, u"fonT"); }), 457);
+  EXPECT_EQ(raised([&] { items->Add(1, 5); }), 13);
+  EXPECT_EQ(items->Count(), 3);
+  EXPECT_EQ(raised([&] { items->Item(u"2"); }), 5) << "a text is a key, never a position";
+  EXPECT_EQ(raised([&] { items->Item(0); }), 9);
+  EXPECT_EQ(raised([&] { items->Remove(4); }), 9);
+  EXPECT_EQ(raised([&] { items->Item(Variant::date(1)); }), 13);
+}
+
+TEST(Collection, BehavesAsAPlainListOfPairs) {
+  const auto items = make<Collection>();
+  std::vector<std::pair<std::int32_t, String>> model;
+  std::mt19937 random(99);
+  for (std::int32_t step = 0; step < 8000; ++step) {
+    const String key = u"key" + decimalText(random() % 400);
+    const auto same = [&](const auto& pair) { return pair.second == key; };
+    const auto found = std::find_if(model.begin(), model.end(), same);
+    const Variant* item = items->find(u"KEY" + key.substr(3));
+    ASSERT_EQ(item ? item->longInteger() : -1, found == model.end() ? -1 : found->first);
+    if (random() % 5 < (step % 2000 < 1000 ? 3U : 1U)) {
+      ASSERT_EQ(items->tryAdd(step, key), found == model.end());
+      if (found == model.end()) model.emplace_back(step, key);
+    } else if (found != model.end()) {
+      const auto position = static_cast<std::int32_t>(found - model.begin()) + 1;
+      items->Remove(step % 2 == 0 ? Variant(key) : Variant(position));
+      model.erase(found);
+    }
+    ASSERT_EQ(items->Count(), static_cast<std::int32_t>(model.size()));
+    const auto position = static_cast<std::int32_t>(random() % 400);
+    item = items->at(position + 1);
+    ASSERT_EQ(item ? item->longInteger() : -1, items->Count() <= position ? -1 : model[position].first);
+  }
+}
+
+TEST(Collection, AnEnumeratorGoesOnWithTheItemsThatAreThere) {
+  auto items = numbered(5);
+  const Ref<Enumerator> walk = items->NewEnum();
+  std::string seen;
+  const auto step = [&seen](Enumerator& some) {
+    Variant item;
+    seen += some.next(item) ? std::to_string(item.longInteger()) : ".";
+  };
+  step(*walk);
+  step(*walk);
+  items->Remove(2);
+  items->Remove(u"k3");
+  const Ref<Enumerator> copy = walk->clone();
+  for (int i = 0; i < 3; ++i) step(*walk);
+  items->Remove(3);
+  items->Add(6);
+  step(*walk);
+  items->Clear();
+  items->Add(7);
+  items = nullptr;  // the enumerators keep it
+  step(*walk);
+  step(*copy);
+  copy->reset();
+  step(*copy);
+  EXPECT_EQ(seen, "1245.6777");
+}
+
+TEST(Collection, ItemsMayCallBackAsTheyEnd) {
+  auto items = numbered(3);
+  int ended = 0;
+  const auto callBack = [&, self = items.get()] {
+    ++ended;
+    Variant first;
+    self->NewEnum()->next(first);
+    if (self->find(u"k1")) self->Remove(u"k1");
+    self->Clear();
+  };
+  items->Add(make<Last>(callBack), u"x");
+  items->Add(make<Last>(callBack));
+  items->Remove(u"x");
+  EXPECT_EQ(ended, 2);
+  EXPECT_EQ(items->Count(), 0);
+  EXPECT_TRUE(items->tryAdd(1, u"k2"));
+  items->Add(make<Last>(callBack));
+  items = nullptr;
+  EXPECT_EQ(ended, 3);
+}
+
+TEST(Collection, AnItemMayEndItsCollection) {
+  auto removing = numbered(2), clearing = numbered(2);
+  removing->Add(make<Last>([&] { removing = nullptr; }), u"x");
+  removing->Remove(u"x");
+  clearing->Add(make<Last>([&] { clearing = nullptr; }));
+  clearing->Add(u"after it");
+  clearing->Clear();
+  EXPECT_FALSE(removing || clearing);
+}
+
+TEST(Collection, AnAdditionThatFindsNoMemoryChangesNothing) {
+  const Variant item = u"an item that is too long to lie inside";
+  for (std::int32_t size = 0; size < 40; ++size) {
+    for (long allowed = 0, added = 0; !added; ++allowed) {
+      const auto items = numbered(size + 1);
+      if (size > 2) items->Remove(2), items->at(2);  // which makes the list count its gaps
+      const std::int32_t count = items->Count();
+      const Variant key = u"a key of some length";
+      try {
+        const FailingMemory failing(allowed);
+        added = items->tryAdd(item, key.text());
+      } catch (const std::bad_alloc&) {
+      }
+      ASSERT_EQ(items->Count(), count + added);
+      ASSERT_EQ(items->find(key.text()), added ? items->at(count + 1) : nullptr);
+      ASSERT_EQ(items->at(count)->longInteger(), size + 1);
+      ASSERT_EQ(items->tryAdd(item, key.text()), !added);
+    }
+  }
+}
+
+TEST(Collection, ClearingNeedsNoMemory) {
+  const auto items = numbered(100);
+  {
+    const FailingMemory failing(0);
+    EXPECT_NO_THROW(items->Clear());
+  }
+  EXPECT_EQ(items->Count(), 0);
+}
+
+}  // namespace
+}  // namespace zelUtilities

@@ -1,0 +1,102 @@
+#include "automation/Event.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace zelUtilities {
+namespace {
+
+class EventTest : public testing::Test {
+ protected:
+  using Listened = Event<int&>;
+
+  // A listener that writes its name and then does something.
+  Subscription listen(
+      const char* name, std::function<void()> action = [] {}) {
+    return event->subscribe([this, name, action = std::move(action)](int& value) {
+      ++value;
+      log += name;
+      action();
+    });
+  }
+  std::string raised() {
+    log.clear();
+    Listened& raising = *event;  // which a listener may end
+    raising.raise([this] { log += '!'; }, value);
+    return log;
+  }
+
+  std::unique_ptr<Listened> event = std::make_unique<Listened>();
+  std::string log;
+  int value = 0;
+};
+
+TEST_F(EventTest, OneThatThrowsDoesNotKeepTheOthersFromBeingCalled) {
+  Subscription a;
+  a = listen("a", [&] {
+    a.cancel();
+    throw 1;
+  });
+  Subscription b = listen("b");
+  EXPECT_EQ(raised(), "a!b");
+  b = listen("c", [] { throw 2; });
+  EXPECT_THROW(event->raise([] { throw; }, value), int) << "a handler may raise it again";
+  b.cancel();
+  EXPECT_FALSE(event->hasListeners());
+}
+
+TEST_F(EventTest, OneThatLeftIsNotCalledAnyMore) {
+  Subscription a, b, c;
+  a = listen("a", [&] { a.cancel(), b.cancel(); });
+  b = listen("b");
+  c = listen("c");
+  EXPECT_EQ(raised(), "ac");
+  EXPECT_EQ(raised(), "c");
+  EXPECT_EQ(value, 3) << "each wrote to the same argument";
+}
+
+TEST_F(EventTest, ANewOneIsCalledFromTheNextEventOn) {
+  std::vector<Subscription> late;
+  const Subscription a = listen("a", [&] {
+    for (int i = 0; i < 20; ++i) late.push_back(listen("n"));
+  });
+  const Subscription b = listen("b");
+  EXPECT_EQ(raised(), "ab");
+  late.resize(1);
+  EXPECT_EQ(raised(), "abn");
+}
+
+TEST_F(EventTest, AnEventRaisedByAListenerReachesAll) {
+  int depth = 0;
+  Subscription b;
+  const Subscription a = listen("a", [&] {
+    if (++depth == 1) {
+      int inner = 0;
+      event->raise([] {}, inner);
+      b.cancel();
+    }
+  });
+  b = listen("b");
+  const Subscription c = listen("c");
+  EXPECT_EQ(raised(), "aabcc");
+}
+
+TEST_F(EventTest, MayEndWhileItIsDelivered) {
+  Subscription a = listen("a", [this] { event.reset(); });
+  const Subscription b = listen("b");
+  EXPECT_EQ(raised(), "ab");
+  a.cancel();  // long after its event
+}
+
+TEST_F(EventTest, WhatAListenerHoldsMayUnsubscribeOthersAsItEnds) {
+  auto b = std::make_shared<Subscription>();
+  Subscription a = event->subscribe([held = b](int&) {});
+  *b = listen("b");
+  b.reset();
+  a = listen("c");  // ends the first listener, and with it the subscription it held
+  EXPECT_EQ(raised(), "c");
+}
+
+}  // namespace
+}  // namespace zelUtilities

@@ -1,0 +1,67 @@
+#include "automation/Variant.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "automation/ArrayData.h"
+
+namespace zelUtilities {
+namespace {
+
+// Takes a reference to itself as it ends.
+struct Thing : Object {
+  explicit Thing(int& count) : ended(count) {}
+  ~Thing() override {
+    ++ended;
+    const Variant self = Ref<Object>(this);
+  }
+  int& ended;
+};
+
+TEST(Variant, TextsOfEveryLengthSurviveCopiesAndMoves) {
+  for (const std::size_t length : {0, 1, 10, 11, 12, 254, 255, 256, 300}) {
+    String text(length, u'x');
+    if (length > 1) text[1] = u'\0';
+    Variant moved = text;
+    const Variant original = std::move(moved);
+    Variant copy = original;
+    copy = copy.text().substr(length / 2);
+    EXPECT_EQ(original.text(), text);
+    EXPECT_EQ(copy.text(), text.substr(length / 2));
+    EXPECT_TRUE(moved.isEmpty());
+  }
+}
+
+TEST(Variant, AssigningItselfOrAPartOfItselfKeepsThat) {
+  Variant value = ArrayData::ofVariants({u"a text that is too long to lie inside"});
+  const Variant& same = value;
+  value = same;
+  value = value.array().at(0);
+  EXPECT_EQ(value.text(), u"a text that is too long to lie inside");
+}
+
+TEST(Variant, KeepsKindsApart) {
+  EXPECT_EQ(Variant(u"x").kind(), VariantKind::String) << "a literal is no Boolean";
+  EXPECT_TRUE(Variant::missing().isMissing());
+  EXPECT_FALSE(Variant::error(5).isMissing());
+  EXPECT_FALSE(Variant(Variant::missingCode).isMissing()) << "a Long of that number";
+  const Variant noArray = Ref<ArrayData>();
+  EXPECT_TRUE(Variant(noArray).isEmpty());
+}
+
+TEST(Variant, AnObjectEndsOnceWithTheLastThatHoldsIt) {
+  int ended = 0;
+  Variant first = make<Thing>(ended);
+  std::array<Variant, 3> copies = {first, first, std::move(first)};
+  EXPECT_EQ(copies[2].object()->references(), 3U);
+  copies[0] = nullptr;
+  copies[1].swap(copies[0]);
+  copies[0] = u"text";
+  EXPECT_EQ(ended, 0);
+  copies[2] = Variant();
+  EXPECT_EQ(ended, 1);
+}
+
+}  // namespace
+}  // namespace zelUtilities
