@@ -1,0 +1,367 @@
+#include "platform/Files.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <atomic>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "automation/CaseFolding.h"
+#include "automation/Error.h"
+#include "platform/FilePattern.h"
+#include "platform/windows/FileErrors.h"
+#include "platform/windows/FullPath.h"
+#include "platform/windows/WideText.h"
+
+namespace zelUtilities {
+
+namespace {
+
+constexpr std::int64_t longestText = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t largestPiece = std::size_t{1} << 30;  // that the system is given at once
+constexpr std::uint32_t unseenUnlessAsked =
+    FileAttribute::Hidden | FileAttribute::System | FileAttribute::Folder;
+constexpr std::uint32_t settable =
+    FileAttribute::ReadOnly | FileAttribute::Hidden | FileAttribute::System | FileAttribute::Archive;
+constexpr DWORD sharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+class FileHandle {
+ public:
+  FileHandle(const String& path, DWORD access, DWORD sharing, DWORD disposition)
+      : handle_(
+            CreateFileW(wide(path), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+    if (handle_ == INVALID_HANDLE_VALUE) raiseLastFileError();
+  }
+  ~FileHandle() {
+    if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
+  }
+  FileHandle(const FileHandle&) = delete;
+  FileHandle& operator=(const FileHandle&) = delete;
+
+  std::int64_t length() const {
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(handle_, &size)) raiseLastFileError();
+    return size.QuadPart;
+  }
+
+  void write(std::string_view contents) {
+    while (!contents.empty()) {
+      const DWORD piece = static_cast<DWORD>(std::min(contents.size(), largestPiece));
+      DWORD written = 0;
+      if (!WriteFile(handle_, contents.data(), piece, &written, nullptr)) raiseLastFileError();
+      if (written == 0) raiseFileError(ERROR_DISK_FULL);
+      contents.remove_prefix(written);
+    }
+  }
+
+  std::string read(std::size_t length) {
+    std::string contents(length, '\0');
+    std::size_t at = 0;
+    while (at < length) {
+      const DWORD piece = static_cast<DWORD>(std::min(length - at, largestPiece));
+      DWORD count = 0;
+      if (!ReadFile(handle_, &contents[at], piece, &count, nullptr)) raiseLastFileError();
+      if (count == 0) break;
+      at += count;
+    }
+    contents.resize(at);
+    return contents;
+  }
+
+  void moveTo(std::int64_t position) {
+    LARGE_INTEGER distance{};
+    distance.QuadPart = position;
+    if (!SetFilePointerEx(handle_, distance, nullptr, FILE_BEGIN)) raiseLastFileError();
+  }
+  void endAt(std::int64_t length) {
+    moveTo(length);
+    if (!SetEndOfFile(handle_)) raiseLastFileError();
+  }
+
+  // Waits for others to let go of the lock, which covers no byte that anybody reads. It ends with the handle.
+  void lock() {
+    OVERLAPPED place{};
+    place.OffsetHigh = 0x40000000;
+    if (!LockFileEx(handle_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place)) raiseLastFileError();
+  }
+
+  void toDisk() {
+    if (!FlushFileBuffers(handle_)) raiseLastFileError();
+  }
+  void close() {
+    if (!CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE))) raiseLastFileError();
+  }
+
+ private:
+  HANDLE handle_;
+};
+
+DWORD attributesOrNone(const String& path) { return GetFileAttributesW(wide(path)); }
+
+bool isThere(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTES; }
+bool isFolder(DWORD attributes) {
+  return isThere(attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+DWORD requiredAttributes(const String& path) {
+  const DWORD attributes = attributesOrNone(path);
+  if (!isThere(attributes)) raiseLastFileError();
+  return attributes;
+}
+
+// The attributes of a file that is going to be written to, if it is there.
+DWORD writableAttributes(const String& path) {
+  const DWORD attributes = attributesOrNone(path);
+  if (!isThere(attributes)) {
+    const DWORD code = GetLastError();
+    if (code != ERROR_FILE_NOT_FOUND) raiseFileError(code);
+  } else if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
+    throw Error(ErrorNumber::PathFileAccess);
+  }
+  return attributes;
+}
+
+bool isDevice(const String& path) { return path.starts_with(u"\\\\.\\"); }
+
+// A new file beside another one, which it replaces or is gone.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const String& target)
+      : path_(pathBeside(target)), file_(path_, GENERIC_WRITE, 0, CREATE_NEW) {}
+  ~TemporaryFile() {
+    if (done_) return;
+    closeQuietly();
+    DeleteFileW(wide(path_));
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  FileHandle& file() { return file_; }
+
+  // The attributes are those of the file that is replaced.
+  void moveTo(const String& target, DWORD attributes) {
+    file_.close();
+    const bool replacing = isThere(attributes);
+    if (replacing && !SetFileAttributesW(wide(path_), attributes & settable)) raiseLastFileError();
+    // The first way also keeps rights and the day of creation; not every file system knows it.
+    if (!(replacing && ReplaceFileW(wide(target), wide(path_), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                                    nullptr, nullptr)) &&
+        !MoveFileExW(wide(path_), wide(target), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+      raiseLastFileError();
+    done_ = true;
+  }
+
+ private:
+  static String pathBeside(const String& target) {
+    static std::atomic<DWORD> count = GetTickCount();
+    return target.substr(0, target.find_last_of(u'\\') + 1) + u"~zel-" + decimalText(GetCurrentProcessId()) +
+           u"-" + decimalText(++count) + u".tmp";
+  }
+  void closeQuietly() {
+    try {
+      file_.close();
+    } catch (const Error&) {
+    }
+  }
+
+  String path_;
+  FileHandle file_;
+  bool done_ = false;
+};
+
+// The entries of a folder that match, without the two that stand for folders themselves.
+std::vector<WIN32_FIND_DATAW> entriesOf(const String& pattern) {
+  std::vector<WIN32_FIND_DATAW> entries;
+  WIN32_FIND_DATAW entry{};
+  const HANDLE search = FindFirstFileW(wide(pattern), &entry);
+  if (search == INVALID_HANDLE_VALUE) return entries;
+  do {
+    const String name = fromWide(entry.cFileName);
+    if (name != u"." && name != u"..") entries.push_back(entry);
+  } while (FindNextFileW(search, &entry));
+  FindClose(search);
+  return entries;
+}
+
+// A folder and all below it, each folder before what is in it. Links are not followed.
+struct Tree {
+  explicit Tree(const String& top) : folders{top} {
+    for (std::size_t i = 0; i < folders.size(); ++i)
+      for (const WIN32_FIND_DATAW& entry : entriesOf(folders[i] + u"\\*"))
+        add(folders[i] + u"\\" + fromWide(entry.cFileName), entry.dwFileAttributes);
+  }
+
+  std::vector<String> folders;
+  std::vector<String> files;
+  std::vector<String> links;  // to folders
+  bool anyReadOnly = false;
+
+ private:
+  void add(const String& path, DWORD attributes) {
+    const bool folder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (folder && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+      links.push_back(path);
+    } else if (folder) {
+      folders.push_back(path);
+    } else {
+      files.push_back(path);
+      anyReadOnly = anyReadOnly || (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    }
+  }
+};
+
+// Deletes with the call that is right for the kind of entry, read-only or not.
+template <class Call>
+void deleteEntry(const String& path, Call call) {
+  if (call(wide(path))) return;
+  const DWORD attributes = attributesOrNone(path);
+  if (isThere(attributes) && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    SetFileAttributesW(wide(path), attributes & settable & ~FILE_ATTRIBUTE_READONLY);
+    if (call(wide(path))) return;
+  }
+  raiseLastFileError();
+}
+
+class WindowsFiles : public Files {
+ public:
+  String findFirst(StringView pattern, std::uint32_t attributes) override {
+    if (pattern.empty() || pattern.find(u'\0') != StringView::npos) return {};
+    String asked(pattern);
+    if (asked.find_last_of(u"\\/:") == asked.size() - 1) asked += u"*";
+    String first;
+    for (const WIN32_FIND_DATAW& entry : entriesOf(asked)) {
+      const String name = fromWide(entry.cFileName);
+      if ((entry.dwFileAttributes & unseenUnlessAsked & ~attributes) != 0) continue;
+      if (first.empty() || compareFolded(name, first) < 0) first = name;
+    }
+    return first;
+  }
+
+  bool fileExists(StringView path) override {
+    const DWORD attributes = attributesIfNameable(path);
+    return isThere(attributes) && !isFolder(attributes);
+  }
+  bool folderExists(StringView path) override { return isFolder(attributesIfNameable(path)); }
+  bool driveExists(StringView drive) override {
+    const char16_t letter = drive.empty() ? u' ' : drive[0] | 0x20;
+    if (letter < u'a' || letter > u'z' || (drive.size() > 1 && drive[1] != u':')) return false;
+    return (GetLogicalDrives() >> (letter - u'a') & 1) != 0;
+  }
+
+  std::uint64_t length(StringView path) override {
+    const String name = fullPathOf(path);
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(wide(name), GetFileExInfoStandard, &data)) raiseLastFileError();
+    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+  }
+  std::uint32_t attributes(StringView path) override {
+    return requiredAttributes(fullPathOf(path)) & (settable | FileAttribute::Folder);
+  }
+  void setAttributes(StringView path, std::uint32_t attributes) override {
+    const String name = fullPathOf(path);
+    const DWORD wanted = attributes & settable;
+    if (!SetFileAttributesW(wide(name), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL)) raiseLastFileError();
+  }
+
+  std::string readWhole(StringView path) override {
+    FileHandle file(fullPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING);
+    const std::int64_t length = file.length();
+    if (length > longestText) throw Error(ErrorNumber::OutOfMemory);
+    return file.read(static_cast<std::size_t>(length));
+  }
+
+  void replaceWhole(StringView path, std::string_view contents) override {
+    const String target = fullPathOf(path);
+    if (isDevice(target))
+      return FileHandle(target, GENERIC_WRITE, sharedByAll, OPEN_EXISTING).write(contents);
+    const DWORD attributes = writableAttributes(target);
+    TemporaryFile temporary(target);
+    temporary.file().write(contents);
+    temporary.file().toDisk();
+    temporary.moveTo(target, attributes);
+  }
+
+  void overwrite(StringView path, std::string_view contents) override {
+    const String name = fullPathOf(path);
+    writableAttributes(name);
+    FileHandle file(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS);
+    // So that a full disk is known before anything is lost.
+    const std::int64_t before = file.length();
+    if (static_cast<std::int64_t>(contents.size()) > before)
+      file.endAt(static_cast<std::int64_t>(contents.size()));
+    file.moveTo(0);
+    file.write(contents);
+    file.close();
+  }
+
+  void append(StringView path, std::string_view contents) override {
+    const String name = fullPathOf(path);
+    writableAttributes(name);
+    FileHandle file(name, GENERIC_READ | GENERIC_WRITE, sharedByAll, OPEN_ALWAYS);
+    file.lock();
+    const std::int64_t before = file.length();
+    file.moveTo(before);
+    try {
+      file.write(contents);
+    } catch (...) {
+      file.endAt(before);  // half a piece is none
+      throw;
+    }
+  }
+
+  void remove(StringView path, bool force) override {
+    const String name = fullPathOf(path);
+    const DWORD attributes = requiredAttributes(name);
+    if (isFolder(attributes) || (!force && (attributes & FILE_ATTRIBUTE_READONLY) != 0))
+      throw Error(ErrorNumber::PathFileAccess);
+    deleteEntry(name, DeleteFileW);
+  }
+
+  void createFolder(StringView path) override {
+    const String name = fullPathOf(path);
+    if (!CreateDirectoryW(wide(name), nullptr)) raiseLastFileError();
+  }
+
+  void removeFolder(StringView path, bool force) override {
+    const String top = fullPathOf(path);
+    const DWORD attributes = attributesOrNone(top);
+    if (!isFolder(attributes)) raiseFileError(ERROR_PATH_NOT_FOUND);
+    if (top.back() == u'\\') throw Error(ErrorNumber::PathFileAccess);  // a whole drive
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return deleteEntry(top, RemoveDirectoryW);
+    const Tree tree(top);
+    if (!force && tree.anyReadOnly) throw Error(ErrorNumber::PathFileAccess);
+    for (const String& file : tree.files) deleteEntry(file, DeleteFileW);
+    for (const String& link : tree.links) deleteEntry(link, RemoveDirectoryW);
+    for (auto folder = tree.folders.rbegin(); folder != tree.folders.rend(); ++folder)
+      deleteEntry(*folder, RemoveDirectoryW);
+  }
+
+  String fullPath(StringView path) override { return fullPathOf(path); }
+
+  String temporaryFolder() override {
+    String folder(MAX_PATH + 1, u'\0');
+    folder.resize(GetTempPathW(MAX_PATH + 1, wideBuffer(folder)));
+    return fullPathOf(folder);
+  }
+
+ private:
+  // A name that can be nobody's names nothing.
+  static DWORD attributesIfNameable(StringView path) {
+    try {
+      return attributesOrNone(fullPathOf(path));
+    } catch (const Error&) {
+      return INVALID_FILE_ATTRIBUTES;
+    }
+  }
+};
+
+}  // namespace
+
+Files& Files::system() {
+  static auto& service = *new WindowsFiles;
+  return service;
+}
+
+}  // namespace zelUtilities

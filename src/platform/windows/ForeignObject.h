@@ -1,0 +1,54 @@
+// ForeignObject: an automation object of the system's behind the face of an Object.
+//
+// Use it only on the thread that it came from, and let go of it before that thread ends its use of COM.
+#pragma once
+
+#include "automation/Enumerator.h"
+#include "automation/Object.h"
+#include "automation/Variant.h"
+
+struct IDispatch;
+struct IEnumVARIANT;
+struct IUnknown;
+
+namespace zelUtilities {
+
+class ForeignObject : public Object {
+ public:
+  // Holds a reference of its own.
+  explicit ForeignObject(IDispatch* dispatch);
+
+  // Arguments are passed by reference, as a script passes its variables, and written back; those that were
+  // left out, and the value of a put, are passed as they are. "NewEnum" gives an Enumerator.
+  Variant Invoke(StringView name, InvokeKind kind, std::span<Variant> arguments) override;
+
+  IDispatch* dispatch() const { return dispatch_; }
+
+ protected:
+  ~ForeignObject() override;
+
+ private:
+  long idOf(StringView name) const;
+
+  IDispatch* dispatch_;
+};
+
+class ForeignEnumerator : public Enumerator {
+ public:
+  explicit ForeignEnumerator(IEnumVARIANT* items);
+
+  bool next(Variant& item) override;
+  void reset() override;
+  Ref<Enumerator> clone() const override;
+
+ protected:
+  ~ForeignEnumerator() override;
+
+ private:
+  IEnumVARIANT* items_;
+};
+
+// As a ForeignObject or a ForeignEnumerator; raises 430 for an object that is neither.
+Ref<Object> wrapForeign(IUnknown* object);
+
+}  // namespace zelUtilities
