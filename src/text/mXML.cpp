@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "automation/Conversions.h"
 #include "foundation/Handled.h"
@@ -35,23 +36,18 @@ std::size_t plainEnd(StringView text, std::size_t at) {
   return at;
 }
 
-void appendUnit(String& out, char16_t unit, bool escapes) {
-  if (unit < firstNumeric) {
-    if (escapes) {
-      out += entities[entityOf[unit] - 1U].reference;
-    } else {
-      out += unit;
-    }
-    return;
-  }
+void appendEntity(String& out, char16_t reserved) { out += entities[entityOf[reserved] - 1U].reference; }
+
+void appendByCode(String& out, char16_t unit) {
   const std::uint8_t code = narrowUnit(unit);
   if (code < firstNumeric) {
     out += unit;  // no code, or that of an ASCII look-alike
-  } else {
-    out += u"&#";
-    out += decimalText(code);
-    out += u';';
+    return;
   }
+  // From 128 to 255: three digits.
+  const auto digit = [code](int place) { return static_cast<char16_t>(u'0' + code / place % 10); };
+  const char16_t reference[] = {u'&', u'#', digit(100), digit(10), digit(1), u';'};
+  out.append(reference, std::size(reference));
 }
 
 String escape(StringView text, std::size_t firstSpecial) {
@@ -61,8 +57,14 @@ String escape(StringView text, std::size_t firstSpecial) {
   std::size_t done = 0;
   for (std::size_t at = firstSpecial; at < text.size(); at = plainEnd(text, done)) {
     out += text.substr(done, at - done);
-    appendUnit(out, text[at], escapes);
     done = at + 1;
+    if (text[at] >= firstNumeric) {
+      appendByCode(out, text[at]);
+    } else if (escapes) {
+      appendEntity(out, text[at]);
+    } else {
+      out += text[at];
+    }
   }
   out += text.substr(done);
   return out;
