@@ -3,8 +3,8 @@
 //   Ref<zelNodeList> list = make<zelNodeList>();
 //   list->Invoke(u"Count", InvokeKind::Get, {});     // late-bound, as a script would
 //
-// An object lives as long as a Ref holds it. Counts are not atomic: an object is used only
-// by the thread that created it.
+// An object lives as long as a Ref holds it; a Ref made in its own constructor would end it as it
+// goes. Counts are not atomic: an object is used only by the thread that created it.
 #pragma once
 
 #include <cstddef>
