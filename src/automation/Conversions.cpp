@@ -10,6 +10,7 @@
 #include "automation/DateReading.h"
 #include "automation/DefaultValue.h"
 #include "automation/Error.h"
+#include "automation/ExactProduct.h"
 #include "automation/Locale.h"
 #include "automation/NumberText.h"
 
@@ -39,6 +40,7 @@ NumberReading numberIn(StringView text) {
 }
 
 double doubleIn(StringView text) {
+  if (const std::optional<double> plain = readPlainDouble(text, currentLocale())) return *plain;
   const NumberReading reading = numberIn(text);
   return reading.otherBase ? static_cast<double>(reading.bits) : orOverflow(reading.decimal.toDouble());
 }
@@ -62,8 +64,9 @@ std::int64_t divideRounded(std::int64_t tenThousandths) {
 // Rounded by the value's exact product with 10000, halves to even: rounding the product to a double first
 // would make halves of what is just above or below one, and lose the last digits of large amounts.
 std::int64_t currencyOf(double value) {
-  const double product = value * currencyUnits;
-  const double missing = std::fma(value, currencyUnits, -product);
+  const ExactProduct exact(value, currencyUnits);
+  const double product = exact.rounded;
+  const double missing = exact.missing;
   const std::optional<std::int64_t> rounded = wholeOf(product);
   if (!rounded) raiseOverflow();
   // From 2^53 on the product is whole and `missing` may be more than a fraction.
@@ -78,6 +81,7 @@ std::int64_t currencyOf(double value) {
 }
 
 std::optional<std::int64_t> wholeIn(StringView text, std::uint64_t signBit) {
+  if (const std::optional<std::int64_t> plain = readPlainWhole(text)) return plain;
   const NumberReading reading = numberIn(text);
   if (!reading.otherBase) return reading.decimal.toWhole();
   if (signBit == 0) return reading.bits <= 0xFF ? std::optional<std::int64_t>(reading.bits) : std::nullopt;
@@ -300,11 +304,11 @@ String toText(const Variant& value) {
     case VariantKind::Boolean:
       return value.boolean() ? u"True" : u"False";
     case VariantKind::Byte:
-      return decimalText(value.byte());
+      return String(textOf(std::int64_t{value.byte()}).view());
     case VariantKind::Integer:
-      return decimalText(value.integer());
+      return String(textOf(std::int64_t{value.integer()}).view());
     case VariantKind::Long:
-      return decimalText(value.longInteger());
+      return String(textOf(std::int64_t{value.longInteger()}).view());
     case VariantKind::Single:
       return String(textOf(value.single(), currentLocale()).view());
     case VariantKind::Double:
@@ -357,6 +361,7 @@ bool isNumeric(const Variant& value) {
 }
 
 bool isNumeric(StringView text) {
+  if (readPlainWhole(text) || readPlainDouble(text, currentLocale())) return true;
   const std::optional<NumberReading> reading = readNumber(text, currentLocale());
   return reading && !reading->otherBase && reading->decimal.toDouble();
 }

@@ -1,11 +1,14 @@
 #include "automation/DecimalNumber.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+
+#include "automation/ExactProduct.h"
 
 namespace zelUtilities {
 
@@ -20,31 +23,90 @@ constexpr std::uint64_t largestExactWhole = std::uint64_t{1} << 53;
 // Exponents beyond these say enough: the value is nothing or too large.
 constexpr int farExponent = 100000;
 
+struct WholeDigits {
+  std::int64_t value;
+  int decimals;
+};
+
+// A positive number in so many digits, halves upwards, as a whole number; nothing where that takes a power of
+// ten that no double holds.
+std::optional<WholeDigits> wholeDigits(double value, int digits) {
+  // The exponent of two times log10(2), rounded down; the shift rounds negative ones down, too.
+  const int exponent = static_cast<int>(std::bit_cast<std::uint64_t>(value) >> 52) - 1023;
+  const int decimals = digits - 1 - ((exponent * 78913) >> 18);
+  // The estimate may be one too many, never too few.
+  for (int power = decimals; power >= decimals - 1; --power) {
+    if (power < 0 || power > lastExactPower) return std::nullopt;
+    const ExactProduct product(value, exactPowers[power]);
+    const auto whole = static_cast<std::int64_t>(product.rounded);
+    const double rest = (product.rounded - static_cast<double>(whole) - 0.5) + product.missing;
+    const std::int64_t rounded = rest >= 0 ? whole + 1 : whole;
+    if (static_cast<double>(rounded) < exactPowers[digits]) return WholeDigits{rounded, power};
+  }
+  return std::nullopt;
+}
+
+// A positive number as d.ddde+dd.
+class ScientificText {
+ public:
+  // The shortest that reads back as this value.
+  explicit ScientificText(double value) {
+    split(std::to_chars(text_, text_ + sizeof text_, value, std::chars_format::scientific).ptr);
+  }
+  void write(double value, int decimals) {
+    split(std::to_chars(text_, text_ + sizeof text_, value, std::chars_format::scientific, decimals).ptr);
+  }
+
+  int count() const { return count_; }
+  int exponent() const { return exponent_; }
+  char first() const { return text_[0]; }
+  char last() const { return text_[count_ > 1 ? count_ : 0]; }
+  const char* behindPoint() const { return text_ + 2; }
+
+ private:
+  void split(const char* end) {
+    // The exponent has two or three digits.
+    const char* e = end[-4] == 'e' ? end - 4 : end - 5;
+    count_ = e - text_ > 1 ? static_cast<int>(e - text_) - 1 : 1;
+    exponent_ = 0;
+    for (const char* at = e + 2; at < end; ++at) exponent_ = exponent_ * 10 + (*at - '0');
+    if (e[1] == '-') exponent_ = -exponent_;
+  }
+
+  char text_[64];
+  int count_ = 0;
+  int exponent_ = 0;
+};
+
 }  // namespace
 
+double DecimalNumber::powerOfTen(int exponent) { return exactPowers[exponent]; }
+
 DecimalNumber DecimalNumber::of(double value, int significantDigits) {
+  const double magnitude = std::fabs(value);
+  // Most numbers have few decimals: one that is the nearest double to such a number of at most 15 digits is
+  // written as that.
+  constexpr double tenThousand = 10000;
+  if (magnitude * tenThousand < exactPowers[significantDigits] - 1) {
+    const auto scaled = static_cast<std::int64_t>(magnitude * tenThousand + 0.5);
+    if (static_cast<double>(scaled) / tenThousand == magnitude) return of(value < 0 ? -scaled : scaled, 4);
+  }
+  if (const std::optional<WholeDigits> digits = wholeDigits(magnitude, significantDigits))
+    return of(value < 0 ? -digits->value : digits->value, digits->decimals);
+
   DecimalNumber number;
-  if (value == 0) return number;
   number.negative_ = std::signbit(value);
   value = std::fabs(value);
   // The shortest text that reads back is exact enough to be rounded, but for the smallest values of all and
   // where it ends in the very half that decides.
-  char text[64];
-  auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific).ptr;
-  const char* exponent = std::find(text, end, 'e');
-  const bool atHalf = exponent - text == significantDigits + 2 && exponent[-1] == '5';
-  if (atHalf || value < std::numeric_limits<double>::min()) {
-    constexpr int plenty = 40;
-    end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, plenty).ptr;
-    exponent = std::find(text, end, 'e');
-  }
-  number.digits_[number.count_++] = text[0];
-  for (const char* at = text + 2; at < exponent; ++at) number.digits_[number.count_++] = *at;
-  const char* power = exponent + 1;
-  if (*power == '+') ++power;
-  std::from_chars(power, end, number.point_);
-  ++number.point_;
-  if (number.count_ > significantDigits) number.roundToDigits(significantDigits);
+  ScientificText text(value);
+  const bool atHalf = text.count() == significantDigits + 1 && text.last() == '5';
+  if (atHalf || value < std::numeric_limits<double>::min()) text.write(value, 40);
+  number.count_ = text.count();
+  number.point_ = text.exponent() + 1;
+  number.digits_[0] = text.first();
+  std::memcpy(number.digits_ + 1, text.behindPoint(), static_cast<std::size_t>(number.count_ - 1));
+  number.roundToDigits(significantDigits);
   number.trim();
   return number;
 }

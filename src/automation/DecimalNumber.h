@@ -25,6 +25,7 @@ class DecimalNumber {
   // 0.d1d2d3... times ten to the power of point().
   int count() const { return count_; }
   char digit(int position) const { return position >= 0 && position < count_ ? digits_[position] : '0'; }
+  const char* digits() const { return digits_; }
   int point() const { return point_; }
   // Digits that stand behind the decimal point.
   int decimals() const { return count_ > point_ ? count_ - point_ : 0; }
@@ -44,6 +45,9 @@ class DecimalNumber {
   // The value times ten to the power of `decimals` as a whole number, halves to even; nothing where it
   // does not fit.
   std::optional<std::int64_t> toWhole(int decimals = 0) const;
+
+  // Ten to the power of 0 to 22: those that a double holds exactly.
+  static double powerOfTen(int exponent);
 
  private:
   // Enough for the nearest double of any text: whatever is cut off counts as a last digit of 1.

@@ -39,14 +39,16 @@ NumberText textOfDecimal(const DecimalNumber& number, int plainDigits, const Loc
   }
   if (number.negative()) text.append(u'-');
   const bool plain = number.point() <= plainDigits && number.decimals() <= plainDigits;
-  const int whole = plain ? number.point() : 1;
-  if (whole <= 0) text.append(u'0');
-  for (int i = 0; i < whole; ++i) text.append(static_cast<char16_t>(number.digit(i)));
-  if (number.count() > whole) {
+  const int point = plain ? number.point() : 1;
+  const auto count = static_cast<std::size_t>(number.count());
+  const auto whole = static_cast<std::size_t>(point > 0 ? point : 0);
+  if (whole == 0) text.append(u'0');
+  text.append(number.digits(), whole < count ? whole : count);
+  if (whole > count) text.append(whole - count, u'0');
+  if (whole < count) {
     text.append(locale.decimalSeparator);
-    for (int i = whole; i < 0; ++i) text.append(u'0');
-    for (int i = whole > 0 ? whole : 0; i < number.count(); ++i)
-      text.append(static_cast<char16_t>(number.digit(i)));
+    if (point < 0) text.append(static_cast<std::size_t>(-point), u'0');
+    text.append(number.digits() + whole, count - whole);
   }
   if (!plain) appendExponent(text, number.point() - 1);
   return text;
@@ -58,6 +60,71 @@ NumberText textOfReal(double value, int digits, double wholeLimit, const Locale&
     return textOf(static_cast<std::int64_t>(value));
   return textOfDecimal(DecimalNumber::of(value, digits), digits, locale);
 }
+
+// A text of sign, digits, decimal separator and exponent, narrowed for the C++ library's reader.
+class PlainDecimal {
+ public:
+  PlainDecimal(StringView text, const Locale& locale) {
+    if (text.empty() || text.size() > capacity || locale.decimalSeparator.size() != 1) return;
+    const char16_t separator = locale.decimalSeparator[0];
+    const char16_t* at = text.data();
+    const char16_t* const end = at + text.size();
+    negative_ = *at == u'-';
+    if (negative_) ++at;
+    at = readDigits(at, end);
+    wholeDigits_ = size_;
+    if (at < end && *at == separator) {
+      narrow_[size_++] = '.';
+      at = readDigits(at + 1, end);
+      decimals_ = size_ - wholeDigits_ - 1;
+    }
+    isComplete_ = at == end && wholeDigits_ + decimals_ > 0;
+    if (at < end && (*at == u'e' || *at == u'E') && wholeDigits_ + decimals_ > 0) readExponent(at + 1, end);
+  }
+
+  bool isComplete() const { return isComplete_; }
+
+  // Nothing where it does not fit; the general reader decides then.
+  std::optional<double> value() const {
+    constexpr std::uint64_t largestExactWhole = std::uint64_t{1} << 53;
+    double value = 0;
+    if (!hasExponent_ && wholeDigits_ + decimals_ <= 19 && mantissa_ <= largestExactWhole) {
+      value = static_cast<double>(mantissa_) / DecimalNumber::powerOfTen(static_cast<int>(decimals_));
+    } else if (const auto [end, error] = std::from_chars(narrow_, narrow_ + size_, value);
+               error != std::errc() || end != narrow_ + size_) {
+      return std::nullopt;
+    }
+    return negative_ ? -value : value;
+  }
+
+ private:
+  static constexpr std::size_t capacity = 48;
+
+  const char16_t* readDigits(const char16_t* at, const char16_t* end) {
+    for (; at < end && isDigit(*at); ++at) {
+      mantissa_ = mantissa_ * 10 + (*at - u'0');
+      narrow_[size_++] = static_cast<char>(*at);
+    }
+    return at;
+  }
+
+  void readExponent(const char16_t* at, const char16_t* end) {
+    hasExponent_ = true;
+    narrow_[size_++] = 'e';
+    if (at < end && (*at == u'-' || *at == u'+')) narrow_[size_++] = static_cast<char>(*at++);
+    const std::size_t first = size_;
+    isComplete_ = readDigits(at, end) == end && size_ > first;
+  }
+
+  char narrow_[capacity + 1];
+  std::size_t size_ = 0;
+  std::size_t wholeDigits_ = 0;
+  std::size_t decimals_ = 0;
+  std::uint64_t mantissa_ = 0;  // of up to 19 digits
+  bool negative_ = false;
+  bool hasExponent_ = false;
+  bool isComplete_ = false;
+};
 
 // Reads one number text from left to right.
 class NumberReader {
@@ -145,7 +212,8 @@ class NumberReader {
 
   bool readExponent(DecimalNumber& number) {
     // An amount with the currency sign in front has none.
-    if (at_ == end_ || currency_ || !(*at_ == u'e' || *at_ == u'E' || *at_ == u'd' || *at_ == u'D')) return true;
+    if (at_ == end_ || currency_ || !(*at_ == u'e' || *at_ == u'E' || *at_ == u'd' || *at_ == u'D'))
+      return true;
     ++at_;
     const bool negative = at_ < end_ && *at_ == u'-';
     if (negative || (at_ < end_ && *at_ == u'+')) ++at_;
@@ -217,7 +285,7 @@ NumberText textOf(std::int64_t value) {
   char digits[24];
   const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
   NumberText text;
-  for (const char* at = digits; at < end; ++at) text.append(static_cast<char16_t>(*at));
+  text.append(digits, static_cast<std::size_t>(end - digits));
   return text;
 }
 
@@ -231,6 +299,25 @@ NumberText textOf(float value, const Locale& locale) {
 
 NumberText textOfCurrency(std::int64_t tenThousandths, const Locale& locale) {
   return textOfDecimal(DecimalNumber::of(tenThousandths, 4), 20, locale);
+}
+
+std::optional<std::int64_t> readPlainWhole(StringView text) {
+  constexpr std::size_t mostDigits = 18;  // that never overflow
+  const bool negative = !text.empty() && text[0] == u'-';
+  text.remove_prefix(negative ? 1 : 0);
+  if (text.empty() || text.size() > mostDigits) return std::nullopt;
+  std::int64_t value = 0;
+  for (const char16_t unit : text) {
+    if (!isDigit(unit)) return std::nullopt;
+    value = value * 10 + (unit - u'0');
+  }
+  return negative ? -value : value;
+}
+
+std::optional<double> readPlainDouble(StringView text, const Locale& locale) {
+  const PlainDecimal plain(text, locale);
+  if (!plain.isComplete()) return std::nullopt;
+  return plain.value();
 }
 
 std::optional<NumberReading> readNumber(StringView text, const Locale& locale) {

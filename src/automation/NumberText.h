@@ -24,6 +24,14 @@ class NumberText {
   void append(StringView text) {
     for (const char16_t unit : text) append(unit);
   }
+  void append(std::size_t count, char16_t unit) {
+    for (; count > 0; --count) append(unit);
+  }
+  void append(const char* digits, std::size_t count) {
+    if (count > capacity - size_) count = capacity - size_;
+    for (std::size_t i = 0; i < count; ++i) units_[size_ + i] = static_cast<unsigned char>(digits[i]);
+    size_ += count;
+  }
 
  private:
   static constexpr std::size_t capacity = 48;
@@ -47,6 +55,11 @@ struct NumberReading {
   bool otherBase = false;
   std::uint64_t bits = 0;
 };
+
+// The most common texts, read fast: a sign, digits, and in the second the locale's decimal separator and an
+// exponent. Nothing for any other text, number or not.
+std::optional<std::int64_t> readPlainWhole(StringView text);
+std::optional<double> readPlainDouble(StringView text, const Locale& locale);
 
 // The number that a text stands for: sign on either side, thousands separators, decimal separator,
 // exponent, currency sign on either side, parentheses for negative, blanks around. Nothing for
