@@ -259,7 +259,7 @@ class LinuxFiles : public Files {
   void removeFolder(StringView path, bool force) override {
     std::string native = nativePath(path);
     if (kindOf(native) != Kind::Folder) raiseFileError(ENOTDIR);
-    if (behindLinks(native) == "/") throw Error(ErrorNumber::PathFileAccess);
+    if (isRoot(path, native)) throw Error(ErrorNumber::PathFileAccess);
     native.erase(native.find_last_not_of('/') + 1);  // of a link, the link is removed
     std::error_code failure;
     if (!force) requireNothingReadOnly(native);
@@ -290,6 +290,12 @@ class LinuxFiles : public Files {
     if (stat(path.c_str(), &status) != 0) raiseFor(path, errno);
     if (S_ISDIR(status.st_mode) || S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode))
       throw Error(ErrorNumber::PathFileAccess);
+  }
+
+  // The whole tree, or what a drive stands for.
+  static bool isRoot(StringView path, const std::string& native) {
+    const std::string real = behindLinks(native);
+    return real == "/" || (path.size() >= 2 && path[1] == u':' && real == behindLinks(driveRoot(path[0])));
   }
 
   static void requireNothingReadOnly(const std::string& folder) {

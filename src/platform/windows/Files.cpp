@@ -123,6 +123,15 @@ DWORD writableAttributes(const String& path) {
   return attributes;
 }
 
+// The path with the file's name as it is spelled there.
+String spelledAsThere(const String& path) {
+  WIN32_FIND_DATAW entry{};
+  const HANDLE search = FindFirstFileW(wide(path), &entry);
+  if (search == INVALID_HANDLE_VALUE) return path;
+  FindClose(search);
+  return path.substr(0, path.find_last_of(u'\\') + 1) + fromWide(entry.cFileName);
+}
+
 bool isDevice(const String& path) { return path.starts_with(u"\\\\.\\"); }
 
 // A new file beside another one, which it replaces or is gone.
@@ -280,7 +289,7 @@ class WindowsFiles : public Files {
     TemporaryFile temporary(target);
     temporary.file().write(contents);
     temporary.file().toDisk();
-    temporary.moveTo(target, attributes);
+    temporary.moveTo(spelledAsThere(target), attributes);
   }
 
   void overwrite(StringView path, std::string_view contents) override {

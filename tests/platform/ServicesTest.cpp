@@ -1,0 +1,50 @@
+// The small services: time, machine, message boxes, and how any service is replaced.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ctime>
+
+#include "platform/Clock.h"
+#include "platform/Files.h"
+#include "platform/Machine.h"
+#include "support/RecordingDialogs.h"
+
+namespace zelUtilities {
+namespace {
+
+TEST(Clock, TellsLocalTime) {
+  // The tests run in UTC. 25569 days lie between the day 0 and 1970.
+  const double days = 25569 + static_cast<double>(std::time(nullptr)) / 86400;
+  EXPECT_NEAR(now().days, days, 5.0 / 86400);
+}
+
+TEST(Machine, KnowsItsProcessAndNames) {
+  EXPECT_NE(machine().processId(), 0U);
+  EXPECT_NE(machine().computerName(), u"");
+  EXPECT_NE(machine().userName(), u"");
+}
+
+TEST(Machine, MakesTheHomeFolderThatTheEnvironmentNames) {
+  const String home = machine().homeFolder();
+  EXPECT_TRUE(files().folderExists(home));
+  EXPECT_EQ(files().fullPath(home), home);
+  EXPECT_EQ(home.find_last_of(u"/\\") == home.size() - 1, false);
+}
+
+TEST(Dialogs, ASubstituteIsAskedInsteadForAsLongAsItIsInForce) {
+  RecordingDialogs outer;
+  RecordingDialogs inner;
+  {
+    const Replaced<Dialogs> replacedOuter(outer);
+    {
+      const Replaced<Dialogs> replacedInner(inner);
+      EXPECT_EQ(messageBox(u"first", u"title", 48), MessageBoxAnswer::Ok);
+    }
+    messageBox(u"second", u"title", 48);
+  }
+  EXPECT_EQ(inner.boxes, (std::vector<RecordingDialogs::Box>{{u"first", u"title", 48}}));
+  EXPECT_EQ(outer.boxes, (std::vector<RecordingDialogs::Box>{{u"second", u"title", 48}}));
+}
+
+}  // namespace
+}  // namespace zelUtilities
