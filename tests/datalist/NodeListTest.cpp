@@ -1,0 +1,377 @@
+#include "datalist/NodeListFixture.h"
+
+namespace zelUtilities {
+namespace {
+
+// a(b c(d)) e
+Ref<zelNodeList> sampleList() {
+  auto list = make<zelNodeList>();
+  list->Create(u"", u"a", u"A");
+  list->Create(u"a", u"b", u"B");
+  list->Create(u"a", u"c", u"C");
+  list->Create(u"c", u"d", u"D");
+  list->Create(u"", u"e", u"E");
+  return list;
+}
+
+TEST(NodeList, GivesItselfATextColumnBeforeTheFirstNode) {
+  auto list = make<zelNodeList>();
+  EventLog events(*list);
+  auto node = list->Create(u"", u"a", u"Text", std::int32_t{5}, u"image", u"tip");
+  EXPECT_EQ(events.take(), "ColumnAdded \nNodeAdded a\n");
+  EXPECT_EQ(list->Columns()->FirstItem()->CellType(), ZEL_CellType_String);
+  EXPECT_EQ(node->Text(), u"Text");
+  EXPECT_EQ(node->Tag().longInteger(), 5);
+  EXPECT_EQ(node->ImageKey(), u"image");
+  EXPECT_EQ(node->ToolTipText(), u"tip");
+  EXPECT_TRUE(node->Expanded());
+  EXPECT_FALSE(node->Changed());
+  list->setDefaultExpandedState(false);
+  EXPECT_FALSE(list->Create(u"", u"b", u"")->Expanded());
+  EXPECT_TRUE(list->Item(u"b")->Tag().isEmpty());
+}
+
+TEST(NodeList, KeepsTheFirstNodeOfAKeyInAnyLetterCase) {
+  auto list = sampleList();
+  EventLog events(*list);
+  EXPECT_EQ(list->Create(u"e", u"B", u"other"), list->Item(u"b"));
+  EXPECT_EQ(events.take(), "");
+  EXPECT_EQ(list->Item(u"B")->Text(), u"B");
+  EXPECT_EQ(list->Item(u"b")->ParentKey(), u"a");
+}
+
+TEST(NodeList, MakesARootNodeOfAnUnknownParentsChild) {
+  auto list = sampleList();
+  EXPECT_EQ(list->Create(u"nobody", u"x", u"")->ParentKey(), u"");
+  EXPECT_EQ(outline(*list->RootNodes()), "a(b c(d)) e x");
+}
+
+TEST(NodeList, FindsNodesByKeyAndPosition) {
+  auto list = sampleList();
+  EXPECT_EQ(keysOf(*list), "a b c d e") << "in creation order, not by hierarchy";
+  EXPECT_EQ(keysOf(*list->RootNodes()), "a e");
+  EXPECT_EQ(list->Item(std::int32_t{4})->Key(), u"d");
+  EXPECT_EQ(list->Item(u"A")->Nodes()->Item(u"C"), list->Item(u"c"));
+  EXPECT_FALSE(list->Item(u"a")->Nodes()->Item(u"d")) << "a grandchild is no child";
+  EXPECT_FALSE(list->RootNodes()->Item(u"b"));
+  for (const Variant& key : {Variant(u"z"), Variant(std::int32_t{0}), Variant(std::int32_t{6}), Variant(),
+                             Variant::null(), Variant(std::int32_t{-1})}) {
+    EXPECT_FALSE(list->Item(key));
+    EXPECT_FALSE(list->RootNodes()->Item(key));
+  }
+}
+
+TEST(NodeList, RemovesAParentAfterItsDescendants) {
+  auto list = sampleList();
+  EventLog events(*list);
+  EXPECT_TRUE(list->Remove(u"A"));
+  EXPECT_EQ(events.take(),
+            "RemovingNode a\nRemovingNode b\nNodeRemoved b\nRemovingNode c\nRemovingNode d\nNodeRemoved d\n"
+            "NodeRemoved c\nNodeRemoved a\n");
+  EXPECT_EQ(outline(*list->RootNodes()), "e");
+  EXPECT_FALSE(list->Remove(u"a"));
+  EXPECT_FALSE(list->Remove(std::int32_t{9}));
+  EXPECT_EQ(events.take(), "");
+  expectSound(*list);
+}
+
+TEST(NodeList, CancellingKeepsTheNodeAndAllBelowIt) {
+  auto list = sampleList();
+  EventLog events(*list);
+  events.cancelled = {"a"};
+  EXPECT_FALSE(list->Remove(u"a"));
+  EXPECT_EQ(events.take(), "RemovingNode a\n");
+  EXPECT_EQ(outline(*list->RootNodes()), "a(b c(d)) e");
+  expectSound(*list);
+}
+
+TEST(NodeList, CancellingForAChildLeavesItBehindWithoutAParent) {
+  auto list = sampleList();
+  auto c = list->Item(u"c");
+  EventLog events(*list);
+  events.cancelled = {"c"};
+  EXPECT_TRUE(list->Remove(u"a"));
+  EXPECT_EQ(events.take(), "RemovingNode a\nRemovingNode b\nNodeRemoved b\nRemovingNode c\nNodeRemoved a\n");
+  EXPECT_EQ(list->Item(u"c"), c) << "still in the list";
+  EXPECT_FALSE(c->Parent() || c->DefaultCell()->Column());
+  EXPECT_EQ(outline(*list->RootNodes()), "e") << "but no root node";
+  EXPECT_EQ(c->Text(), u"C");
+
+  events.cancelled = {};
+  EXPECT_EQ(list->Create(u"c", u"new", u"")->ParentKey(), u"c");
+  EXPECT_TRUE(list->Remove(u"c"));
+  EXPECT_EQ(keysOf(*list), "e");
+  EXPECT_EQ(keysOf(*c->Nodes()), "d") << "whose parent had been cleared with its own";
+}
+
+TEST(NodeList, RemovesChildNodesFromTheFrontAndKeepsTheParent) {
+  auto list = sampleList();
+  EventLog events(*list);
+  EXPECT_FALSE(list->RemoveChildNodes(u"nobody"));
+  EXPECT_TRUE(list->RemoveChildNodes(u"a"));
+  EXPECT_EQ(events.take(),
+            "RemovingNode b\nNodeRemoved b\nRemovingNode c\nRemovingNode d\nNodeRemoved d\nNodeRemoved c\n");
+  EXPECT_TRUE(list->RemoveChildNodes(u"a")) << "nothing to remove is no failure";
+  EXPECT_EQ(outline(*list->RootNodes()), "a e");
+}
+
+TEST(NodeList, ColumnsChangeOnlyWhileItIsEmpty) {
+  auto list = sampleList();
+  EventLog events(*list);
+  ErrorLog errors;
+  EXPECT_FALSE(addColumn(*list, u"New"));
+  EXPECT_FALSE(list->RemoveColumn(u""));
+  list->ClearColumns();
+  EXPECT_EQ(events.take(), "");
+  EXPECT_EQ(errors.text(),
+            "zelNodeList.CreateColumn -2147221503\nzelNodeList.RemoveColumn -2147221503\n"
+            "zelNodeList.ClearColumns -2147221503\n");
+  EXPECT_EQ(errors.lastDescription(), "Columns can only be modified with an empty node list.");
+  EXPECT_EQ(list->Columns()->Count(), 1);
+
+  list->Clear();
+  EXPECT_TRUE(addColumn(*list, u"New"));
+  EXPECT_FALSE(list->RemoveColumn(u"nobody"));
+  EXPECT_TRUE(list->RemoveColumn(u"NEW"));
+  list->ClearColumns();
+  EXPECT_EQ(events.take(), "NodesCleared \nColumnAdded New\nColumnRemoved New\nColumnsCleared \n");
+}
+
+TEST(NodeList, RaisesColumnRemovedWhileTheColumnIsStillThere) {
+  auto list = make<zelNodeList>();
+  addColumn(*list, u"A");
+  bool wasThere = false;
+  Subscription watch = list->onColumnRemoved.subscribe(
+      [&](StringView key) { wasThere = bool(list->Columns()->Item(Variant(key))); });
+  list->RemoveColumn(u"A");
+  EXPECT_TRUE(wasThere);
+}
+
+TEST(NodeList, RefreshingTellsListenersOfNodesThatExist) {
+  auto list = sampleList();
+  EventLog events(*list);
+  list->RefreshedNode(u"D");
+  list->RefreshedNode(u"nobody");
+  EXPECT_EQ(events.take(), "RefreshedNode d\n");
+}
+
+TEST(NodeList, RemovedNodesStayReadableButDetached) {
+  auto list = sampleList();
+  auto c = list->Item(u"c");
+  auto d = list->Item(u"d");
+  list->Clear();
+  EXPECT_EQ(list->Count(), 0);
+  EXPECT_FALSE(c->Parent() || d->Parent());
+  EXPECT_EQ(d->ParentKey(), u"");
+  EXPECT_EQ(d->Key(), u"d");
+  EXPECT_EQ(c->Nodes()->Item(u"D"), d) << "the children of a removed node are still under it";
+  EXPECT_EQ(c->Nodes()->Item(std::int32_t{1}), d);
+  list->Create(u"", u"d", u"another");
+  EXPECT_EQ(c->Nodes()->Item(u"d"), d);
+  list = nullptr;
+  EXPECT_EQ(d->Text(), u"D");
+}
+
+TEST(NodeList, CollectionsOutliveTheirOwners) {
+  auto list = sampleList();
+  auto roots = list->RootNodes();
+  auto children = list->Item(u"a")->Nodes();
+  auto walk = list->NewEnum();
+  list->Clear();
+  list = nullptr;
+  EXPECT_EQ(roots->Count(), 0);
+  EXPECT_EQ(outline(*children), "b c(d)");
+  EXPECT_EQ(children->Item(u"B")->Text(), u"B");
+  Variant item;
+  EXPECT_FALSE(walk->next(item));
+}
+
+TEST(NodeList, ClonesColumnsNodesAndWhatTheirCellsCarry) {
+  auto list = make<zelNodeList>();
+  addColumn(*list, u"Name")->setFormatString(u"@@@");
+  zelNodeListColumn& size = *addColumn(*list, u"Size", ZEL_CellType_Double);
+  auto shared = make<zelNodeList>();
+  size.setNodeList(shared);
+  list->setDefaultExpandedState(false);
+  auto a = list->Create(u"", u"a", u"A", Variant(shared), u"image", u"tip");
+  auto cell = list->Create(u"a", u"b", u"B")->Cells()->Item(u"Size");
+  cell->setValue(2.5);
+  cell->setToolTipText(u"cell tip");
+  cell->setCellType(ZEL_CellType_Long);
+  cell->setSortKey(u"sorted");
+  cell->setChecked(true);
+
+  auto clone = list->Clone();
+  EXPECT_EQ(outline(*clone->RootNodes()), "a(b)");
+  EXPECT_EQ(clone->Columns()->Item(u"Size")->Description(), u"2")
+      << "the decimals, where the description is expected";
+  EXPECT_EQ(clone->Columns()->Item(u"Size")->NodeList(), shared);
+  EXPECT_EQ(clone->Columns()->Item(u"Name")->FormatString(), u"") << "not carried over";
+  EXPECT_EQ(clone->Item(u"a")->Tag().object(), shared.get());
+  EXPECT_EQ(clone->Item(u"a")->ImageKey(), u"image");
+  EXPECT_TRUE(clone->Item(u"a")->Expanded());
+  auto copy = clone->Item(u"b")->Cells()->Item(u"Size");
+  EXPECT_EQ(copy->Value().doubleValue(), 2.5);
+  EXPECT_EQ(copy->ToolTipText(), u"cell tip");
+  EXPECT_EQ(copy->CellType(), ZEL_CellType_Long);
+  EXPECT_EQ(copy->SortKey(), u"");
+  EXPECT_FALSE(copy->Checked());
+  a->setText(u"changed");
+  EXPECT_EQ(clone->Item(u"a")->Text(), u"A");
+  expectSound(*clone);
+}
+
+TEST(NodeList, LeavesAColumnWithAnObjectTagOutOfItsClone) {
+  auto list = make<zelNodeList>();
+  addColumn(*list, u"A");
+  addColumn(*list, u"B")->setTag(Variant(list->RootNodes()));
+  list->Create(u"", u"n", u"N");
+  ErrorLog errors;
+  auto clone = list->Clone();
+  EXPECT_EQ(keysOf(*clone->Columns()), "A");
+  EXPECT_EQ(clone->Item(u"n")->Text(), u"N");
+  EXPECT_EQ(errors.text(), "zelNodeListColumns.Create 424\nzelNode.CopyCells 91\n");
+}
+
+TEST(NodeList, EndsAPartialCloneAtATextThatIsNone) {
+  auto list = sampleList();
+  list->Item(u"c")->DefaultCell()->setValue(Variant::null());
+  ErrorLog errors;
+  EXPECT_EQ(keysOf(*list->Clone()), "a b");
+  EXPECT_EQ(errors.text(), "zelNodeList.Clone 94\n");
+}
+
+TEST(NodeList, LogsAListenerThatThrowsAndGoesOn) {
+  auto list = make<zelNodeList>();
+  Subscription bad = list->onNodeAdded.subscribe([](const Ref<zelNode>&) { throw Error(5); });
+  Subscription worse = list->onRemovingNode.subscribe([](const Ref<zelNode>&, bool&) { throw 1; });
+  EventLog events(*list);
+  ErrorLog errors;
+  EXPECT_TRUE(list->Create(u"", u"a", u""));
+  EXPECT_TRUE(list->Remove(u"a"));
+  EXPECT_EQ(events.take(), "ColumnAdded \nNodeAdded a\nRemovingNode a\nNodeRemoved a\n");
+  EXPECT_EQ(errors.text(), "zelNodeList.Create 5\nzelNodeList.Remove 51\n");
+}
+
+TEST(NodeList, SurvivesListenersThatChangeItMeanwhile) {
+  auto list = sampleList();
+  Subscription watch = list->onRemovingNode.subscribe([&](const Ref<zelNode>& node, bool&) {
+    if (node->Key() == u"a") list->Remove(u"c");
+    if (node->Key() == u"b") list->Create(u"a", u"late", u"");
+    if (node->Key() == u"late") list->Remove(u"e");
+  });
+  EXPECT_TRUE(list->Remove(u"a"));
+  EXPECT_EQ(list->Count(), 0);
+
+  auto other = sampleList();
+  Subscription selfish = other->onRemovingNode.subscribe([&](const Ref<zelNode>& node, bool&) {
+    static int depth = 0;
+    if (depth++ == 0) other->Remove(Variant(node->Key()));
+  });
+  EXPECT_FALSE(other->Remove(u"e")) << "the listener was faster";
+  EXPECT_EQ(outline(*other->RootNodes()), "a(b c(d))");
+  expectSound(*other);
+}
+
+TEST(NodeList, OutlivesItsLastReferenceWhileItRaisesAnEvent) {
+  auto list = sampleList();
+  zelNodeList* raw = list.get();
+  Subscription watch = raw->onNodeRemoved.subscribe([&](StringView) { list = nullptr; });
+  EXPECT_TRUE(raw->Remove(u"e"));
+}
+
+TEST(NodeList, EnumerationGoesOnWithTheNodesThatAreThere) {
+  auto list = make<zelNodeList>();
+  for (int i = 0; i < 200; ++i) list->Create(u"", u"n" + decimalText(i), u"");
+  const Ref<Enumerator> walk = list->NewEnum();
+  Variant item;
+  for (int i = 0; i < 100; ++i) ASSERT_TRUE(walk->next(item));
+  for (int i = 20; i < 150; ++i) EXPECT_TRUE(list->Remove(Variant(u"n" + decimalText(i))));
+  list->Create(u"", u"last", u"");
+  int met = 0;
+  while (walk->next(item)) ++met;
+  EXPECT_EQ(met, 51) << "n150 to n199 and the new one";
+  EXPECT_EQ(list->Item(std::int32_t{21})->Key(), u"n150");
+  EXPECT_EQ(list->RootNodes()->Item(std::int32_t{71})->Key(), u"last");
+}
+
+TEST(NodeList, AMillionLevelsNeedNoStack) {
+  constexpr int levels = 1'000'000;
+  auto list = make<zelNodeList>();
+  String parent;
+  for (int i = 0; i < levels; ++i) {
+    String key = decimalText(i);
+    list->Create(parent, key, u"x");
+    parent = std::move(key);
+  }
+  auto clone = list->Clone();
+  EXPECT_EQ(clone->Count(), levels);
+  EXPECT_EQ(clone->Item(Variant(parent))->ParentKey(), decimalText(levels - 2));
+  auto top = clone->Item(u"0");
+  clone->Clear();
+  EXPECT_EQ(top->Nodes()->Count(), 1);
+  top = nullptr;
+  EXPECT_TRUE(list->Clone());
+  EXPECT_TRUE(list->Remove(u"0"));
+  EXPECT_EQ(list->Count(), 0);
+}
+
+// Random operations next to a plain map of parents; the list must agree after each.
+TEST(NodeList, AgreesWithAPlainModel) {
+  auto list = make<zelNodeList>();
+  std::vector<std::pair<int, int>> model;  // key, parent's key or -1, in creation order
+  std::uint32_t seed = 7;
+  const auto random = [&seed](int below) {
+    seed = seed * 1664525 + 1013904223;
+    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
+  };
+  const auto erase = [&model](int root) {
+    std::set<int> leaving{root};
+    for (const auto& [key, parent] : model)
+      if (leaving.contains(parent)) leaving.insert(key);
+    std::erase_if(model, [&](const auto& node) { return leaving.contains(node.first); });
+  };
+  for (int step = 0; step < 6000; ++step) {
+    const int key = random(400);
+    const bool isThere =
+        std::any_of(model.begin(), model.end(), [&](const auto& node) { return node.first == key; });
+    if (random(5) < 3) {
+      const int parent = model.empty() || random(4) == 0
+                             ? -1
+                             : model[static_cast<std::size_t>(random(static_cast<int>(model.size())))].first;
+      list->Create(parent < 0 ? String() : decimalText(parent), decimalText(key), u"");
+      if (!isThere) model.emplace_back(key, parent);
+    } else {
+      EXPECT_EQ(list->Remove(Variant(decimalText(key))), isThere);
+      if (isThere) erase(key);
+    }
+    ASSERT_EQ(static_cast<std::size_t>(list->Count()), model.size());
+    if (!model.empty()) {
+      const int at = random(static_cast<int>(model.size()));
+      const zelNode* node = list->item(std::int32_t{at + 1});
+      const auto& [expectedKey, expectedParent] = model[static_cast<std::size_t>(at)];
+      ASSERT_EQ(utf8(node->Key()), std::to_string(expectedKey));
+      ASSERT_EQ(utf8(node->ParentKey()), expectedParent < 0 ? "" : std::to_string(expectedParent));
+    }
+  }
+  expectSound(*list);
+}
+
+TEST(NodeList, AnswersLateBoundCallsAsAScriptMakesThem) {
+  Ref<Object> list = zelNodeList::describeClass().create();
+  Variant column[] = {u"Data", Variant::missing(), Variant::missing(), std::int32_t{8}};
+  list->Invoke(u"createcolumn", InvokeKind::Method, column);
+  Variant node[] = {u"", u"a", u"A"};
+  list->Invoke(u"Create", InvokeKind::Method, node);
+  Variant key[] = {u"data"};
+  const Variant found = list->Invoke(u"Columns", InvokeKind::MethodOrGet, key);
+  EXPECT_EQ(found.object()->Invoke(u"Width", InvokeKind::Get, {}).integer(), 64);
+  Variant tooWide[] = {std::int32_t{70000}};
+  EXPECT_EQ(raised([&] { found.object()->Invoke(u"Width", InvokeKind::Put, tooWide); }), 6);
+  Variant name[] = {u"A"};
+  const Variant item = list->Invoke(u"", InvokeKind::Get, name);
+  EXPECT_EQ(item.object()->Invoke(u"Text", InvokeKind::Get, {}).text(), u"A");
+}
+
+}  // namespace
+}  // namespace zelUtilities
