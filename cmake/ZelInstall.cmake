@@ -5,6 +5,7 @@ include(CMakePackageConfigHelpers)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/zelUtilities)
 get_property(libraries GLOBAL PROPERTY ZEL_LIBRARIES)
+list(REMOVE_ITEM libraries zel_host) # belongs to the program, as its headers do
 
 add_library(zel_all INTERFACE)
 set_target_properties(zel_all PROPERTIES EXPORT_NAME zelUtilities)
@@ -25,7 +26,7 @@ install(DIRECTORY src/ ${PROJECT_BINARY_DIR}/generated/
 if(WIN32)
   set(findDependencies "")
 else()
-  set(findDependencies "include(CMakeFindDependencyMacro)\nfind_dependency(SQLite3)\nfind_dependency(Threads)\n")
+  set(findDependencies "include(CMakeFindDependencyMacro)\nfind_dependency(LibXml2)\nfind_dependency(SQLite3)\nfind_dependency(Threads)\n")
 endif()
 file(CONFIGURE OUTPUT zelUtilitiesConfig.cmake
      CONTENT "@findDependencies@include(\${CMAKE_CURRENT_LIST_DIR}/zelUtilities.cmake)\n" @ONLY)

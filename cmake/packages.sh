@@ -26,7 +26,7 @@ sayWhatToInstall() {
 }
 
 # What every build needs, and what the tests need beyond it.
-buildPackages=(cmake ninja-build g++ libsqlite3-dev)
+buildPackages=(cmake ninja-build g++ libsqlite3-dev libxml2-dev)
 nativeTestPackages=(googletest)
 windowsTestPackages=(googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine wine64)
 
