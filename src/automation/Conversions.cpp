@@ -12,6 +12,7 @@
 #include "automation/Error.h"
 #include "automation/ExactProduct.h"
 #include "automation/Locale.h"
+#include "automation/NumberReading.h"
 #include "automation/NumberText.h"
 
 namespace zelUtilities {
@@ -36,7 +37,7 @@ T orOverflow(std::optional<T> value) {
 NumberReading numberIn(StringView text) {
   std::optional<NumberReading> reading = readNumber(text, currentLocale());
   if (!reading) throw Error(ErrorNumber::TypeMismatch);
-  return *std::move(reading);
+  return *reading;
 }
 
 double doubleIn(StringView text) {

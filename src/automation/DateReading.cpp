@@ -4,18 +4,13 @@
 
 #include "automation/Calendar.h"
 #include "automation/CaseFolding.h"
+#include "automation/UnitKinds.h"
 
 namespace zelUtilities {
 
 namespace {
 
 constexpr int secondsPerDay = 86400;
-
-bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-
-bool isBlank(char16_t unit) {
-  return unit == u' ' || (unit >= u'\t' && unit <= u'\r') || unit == 0xA0 || unit == 0x202F || unit == 0x3000;
-}
 
 bool startsFolded(StringView text, StringView word) {
   return !word.empty() && text.size() >= word.size() && equalFolded(text.substr(0, word.size()), word);

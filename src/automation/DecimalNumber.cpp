@@ -88,7 +88,7 @@ DecimalNumber DecimalNumber::of(double value, int significantDigits) {
   // written as that.
   constexpr double tenThousand = 10000;
   if (magnitude * tenThousand < exactPowers[significantDigits] - 1) {
-    const auto scaled = static_cast<std::int64_t>(magnitude * tenThousand + 0.5);
+    const std::int64_t scaled = std::llrint(magnitude * tenThousand);
     if (static_cast<double>(scaled) / tenThousand == magnitude) return of(value < 0 ? -scaled : scaled, 4);
   }
   if (const std::optional<WholeDigits> digits = wholeDigits(magnitude, significantDigits))

@@ -1,5 +1,6 @@
 #include "automation/Format.h"
 
+#include <cmath>
 #include <optional>
 
 #include "automation/Calendar.h"
@@ -11,7 +12,7 @@
 #include "automation/Error.h"
 #include "automation/Locale.h"
 #include "automation/NumberPattern.h"
-#include "automation/NumberText.h"
+#include "automation/NumberReading.h"
 #include "automation/PatternText.h"
 #include "automation/TextPattern.h"
 
@@ -50,7 +51,7 @@ std::optional<DecimalNumber> numberIn(StringView text) {
   return reading->decimal.toDouble() ? std::optional(reading->decimal) : std::nullopt;
 }
 
-// The value as a number; nothing for a text that does not read as one.
+// The value as a number; nothing for a text that does not read as one, and for what is no number at all.
 std::optional<DecimalNumber> numberOf(const Variant& value) {
   switch (value.kind()) {
     case VariantKind::Byte:
@@ -62,13 +63,19 @@ std::optional<DecimalNumber> numberOf(const Variant& value) {
     case VariantKind::String:
       return numberIn(value.text());
     default:
-      return DecimalNumber::of(toDouble(value), formatDigits);
+      break;
   }
+  const double number = toDouble(value);
+  return std::isfinite(number) ? std::optional(DecimalNumber::of(number, formatDigits)) : std::nullopt;
 }
 
 // The value as a date; nothing for a text that reads neither as a date nor as a number.
 std::optional<double> dateOf(const Variant& value) {
-  if (!value.isString()) return toDate(value);
+  if (!value.isString()) {
+    const double days = toDate(value);
+    if (!isDateInRange(days)) throw Error(ErrorNumber::Overflow);
+    return days;
+  }
   if (std::optional<double> days = readDate(value.text(), currentLocale())) return days;
   if (!isNumeric(value.text())) return std::nullopt;
   const double days = toDouble(value);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "automation/ArrayData.h"
 #include "automation/Error.h"
 #include "automation/LocaleGuard.h"
@@ -53,6 +55,7 @@ TEST(Format, RoundsHalvesAwayFromZeroOnTheDecimalText) {
              {9.9999999, u"#0.000000", u"10.000000"},
              {0.5, u"#", u"1"},
              {0.499, u"#", u""},
+             {HUGE_VAL, u"0.00", u"1.#INF"},
              {Variant::currency(12345), u"0.000", u"1.235"},
              {Variant::currency(9223372036854775807), u"0.0", u"922337203685477.6"}});
 }
@@ -238,6 +241,7 @@ TEST(Format, RefusesWhatHasNoText) {
   EXPECT_THROW(format(ArrayData::ofVariants({}), u"0"), Error);
   EXPECT_THROW(format(Variant::error(5), u"0"), Error);
   EXPECT_THROW(format(1e10, u"yyyy"), Error);
+  EXPECT_THROW(format(Variant::date(1e300), u"yyyy"), Error);
   EXPECT_THROW(format(nullptr, u"0"), Error);
 }
 
