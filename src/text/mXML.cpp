@@ -24,7 +24,8 @@ constexpr char16_t firstNumeric = 128;  // codes from here on become numeric ref
 // For each ASCII character the place of its entity from 1, or 0.
 constexpr auto entityOf = [] {
   std::array<std::uint8_t, firstNumeric> places{};
-  for (std::uint8_t i = 0; i < entities.size(); ++i) places[entities[i].character] = i + 1;
+  std::uint8_t place = 0;
+  for (const Entity& entity : entities) places[entity.character] = ++place;
   return places;
 }();
 
