@@ -7,6 +7,7 @@
 #include "automation/Enumerator.h"
 #include "automation/Error.h"
 #include "foundation/bas_Main.h"
+#include "platform/Files.h"
 #include "platform/Locale.h"
 
 namespace zelUtilities::host {
@@ -67,6 +68,9 @@ class IniFile {
                                                                  : Ref<Object>();
   }
 
+  // Whether the list, and so what is saved from it, has every byte of the file.
+  bool holdsEveryByte() const { return files().readWhole(file_) == narrow(text_); }
+
   // Whether every line of the file has a node of its own: repeated sections, names and comments share one,
   // and saving the list would drop all but one of them.
   bool holdsEveryLine() {
@@ -110,6 +114,7 @@ String reasonAgainst(IniFile& ini, Object& node, const String& value) {
   if (hasLineEnd(value)) return u"a value cannot hold a line end";
   if (widen(narrow(value)) != value) return u"the value has characters that the file's code page has not";
   if (hasLineEnd(dataOf(node))) return u"its lines do not end in CR LF";
+  if (!ini.holdsEveryByte()) return u"it has bytes that are no text in the code page";
   if (!ini.holdsEveryLine())
     return u"it repeats sections, names or comments, of which saving would keep but one";
   return {};
