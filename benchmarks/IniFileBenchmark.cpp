@@ -1,10 +1,10 @@
 // What does an INI file cost, per setting: to load 5 and 50 MB, in memory, to read the value of a random
 // name, and to save it? The node list keeps every line, comments and blank lines too, as a node.
 //
-// The file has about 50 settings in a section, a comment before every twelfth and a blank line behind each
+// The file has 50 settings in a section, a comment before every twenty-fifth and a blank line behind each
 // section. Comments begin with "#", which all peers take; lines end in CR LF. Saving writes to a
 // temporary folder, which is removed again.
-#include <cstdlib>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -53,29 +53,40 @@ struct Setting {
   std::string value;
 };
 
+template <std::size_t count>
+std::string_view anyOf(const std::array<std::string_view, count>& words, std::mt19937& random) {
+  return words[random() % count];
+}
+
 std::string valueOf(std::mt19937& random) {
-  static const std::vector<std::string> words = {"C:/Program Files/Tools",
-                                                 "True",
-                                                 "Arial",
-                                                 "1280",
-                                                 "0.25",
-                                                 "left",
-                                                 "#FFA500",
-                                                 "yyyy-mm-dd",
-                                                 "2",
-                                                 "report of the month",
-                                                 "12.75",
-                                                 "metric",
-                                                 "False",
-                                                 "https://localhost:8080/index"};
-  return words[random() % words.size()] + std::to_string(random() % 1000);
+  static constexpr std::array<std::string_view, 14> words = {"C:/Program Files/Tools/Reports/templates ",
+                                                             "True",
+                                                             "Arial|Helvetica|sans-serif 10 bold ",
+                                                             "1280",
+                                                             "0.25",
+                                                             "left=250 right=250 top=40 bottom=",
+                                                             "#FFA500 on #FFFFFF when changed ",
+                                                             "yyyy-mm-dd hh:nn:ss ",
+                                                             "2",
+                                                             "The report of the month with totals by region ",
+                                                             "12.75",
+                                                             "metric ",
+                                                             "False",
+                                                             "https://localhost:8080/index?page="};
+  return std::string(anyOf(words, random)) + std::to_string(random() % 1000);
 }
 
 std::string nameOf(std::mt19937& random, int number) {
-  static const std::vector<std::string> words = {"Width",  "LastFolder", "FontName", "ShowToolTips",
-                                                 "Colour", "Recent",     "Decimals", "ColumnWidth",
-                                                 "Url",    "Enabled"};
-  return words[random() % words.size()] + std::to_string(number);
+  static constexpr std::array<std::string_view, 10> words = {
+      "Width",  "LastFolder", "FontName",    "ShowTips", "Colour",
+      "Recent", "Decimals",   "ColumnWidth", "Url",      "Enabled"};
+  return std::string(anyOf(words, random)) + std::to_string(number);
+}
+
+std::string sectionOf(std::mt19937& random, int number) {
+  static constexpr std::array<std::string_view, 8> words = {"Paths ",  "Fonts ", "Grid ",   "Window ",
+                                                            "Report ", "Units ", "Recent ", "Printer "};
+  return std::string(anyOf(words, random)) + std::to_string(number);
 }
 
 // A generated file of so many megabytes, its settings, and 100,000 of them in random order.
@@ -98,10 +109,10 @@ struct IniFile {
 
  private:
   void addSection(std::string& text, std::mt19937& random) {
-    const std::string section = "Window settings " + std::to_string(++sections_);
+    const std::string section = sectionOf(random, ++sections_);
     text += "[" + section + "]\r\n";
     for (int i = 0; i < 50; ++i) {
-      if (i % 12 == 0) text += "# Settings of page " + std::to_string(i) + " and those behind it\r\n";
+      if (i % 25 == 0) text += "# Settings of page " + std::to_string(i / 25 + 1) + "\r\n";
       settings.push_back({section, nameOf(random, i), valueOf(random)});
       text += settings.back().name + "=" + settings.back().value + "\r\n";
     }
