@@ -33,6 +33,15 @@ class KeyIndex {
   void makeRoom() {
     if (size_ >= limit_) grow();
   }
+  // Makes room for so many elements in all, so that none of them makes the index grow.
+  void reserve(std::size_t count) {
+    if (count > limit_) growTo(count + count / 3 + 2);
+  }
+  // Starts fetching what a look-up of the hash will need, which takes a while in a large index. Inlined
+  // early, since a compiler leaves out calls of a function that has neither result nor effect.
+  [[gnu::always_inline]] void prefetch(std::uint32_t hash) const {
+    if (size_ != 0) __builtin_prefetch(&entries_[home(stored(hash))]);
+  }
 
   // The key must not be present.
   void insert(Element* element) { insert(element, element->keyHash()); }
@@ -89,8 +98,8 @@ class KeyIndex {
     entries[at] = entry;
   }
 
-  void grow() {
-    const std::size_t capacity = entries_.empty() ? 8 : entries_.size() + entries_.size() / 2 + 4;
+  void grow() { growTo(entries_.empty() ? 8 : entries_.size() + entries_.size() / 2 + 4); }
+  void growTo(std::size_t capacity) {
     std::vector<Entry> larger(capacity);
     for (const Entry& entry : entries_)
       if (entry.hash != 0) place(larger, entry);

@@ -26,6 +26,14 @@ class NodeIndex {
   std::size_t size() const { return nodes_.size(); }
   Slots& slots() const { return nodes_; }
 
+  // Makes room for so many nodes in all.
+  void reserve(std::size_t count) {
+    keys_.reserve(count);
+    nodes_.reserve(count);
+  }
+  // Tells that the key of that folded hash will be looked up soon.
+  [[gnu::always_inline]] void prefetch(std::uint32_t hash) const { keys_.prefetch(hash); }
+
   // The key, whose folded hash is given, must not be present.
   void add(zelNode* node, std::uint32_t hash) {
     keys_.insert(node, hash);

@@ -113,11 +113,10 @@ Ref<zelNode> zelNodeList::Create(StringView sParentKey, StringView sKey, StringV
   return created;
 }
 
-Ref<zelNode> zelNodeList::createNode(const NodeTexts& texts) {
+Ref<zelNode> zelNodeList::createNode(const NodeTexts& texts, std::uint32_t keyHash) {
   const Ref<zelNodeList> self(this);
   requireColumns();
-  const std::uint32_t hash = foldedHash(texts.key);
-  if (zelNode* existing = allNodes_.find(texts.key, hash)) return Ref<zelNode>(existing);
+  if (zelNode* existing = allNodes_.find(texts.key, keyHash)) return Ref<zelNode>(existing);
 
   zelNode* parent = findParent(texts.parentKey);
   Ref<zelNode> node = zelNode::create(texts.key, layout());
@@ -126,7 +125,7 @@ Ref<zelNode> zelNodeList::createNode(const NodeTexts& texts) {
   if (texts.tag && !texts.tag->isMissing()) node->setTag(*texts.tag);
   node->setToolTipText(texts.toolTipText);
   node->setExpanded(defaultExpandedState_);
-  return store(std::move(node), hash, parent);
+  return store(std::move(node), keyHash, parent);
 }
 
 Ref<zelNode> zelNodeList::store(Ref<zelNode> node, std::uint32_t hash, zelNode* parent) {

@@ -119,6 +119,7 @@ class zelNodeList final : public Object {
     StringView toolTipText = {};
   };
   struct Removal;
+  class IniReader;
 
   ~zelNodeList() override;
 
@@ -126,14 +127,14 @@ class zelNodeList final : public Object {
   void requireColumns();
   const Ref<CellLayout>& layout();
   zelNode* findParent(StringView key);
-  Ref<zelNode> createNode(const NodeTexts& texts);
+  Ref<zelNode> createNode(const NodeTexts& texts) { return createNode(texts, foldedHash(texts.key)); }
+  Ref<zelNode> createNode(const NodeTexts& texts, std::uint32_t keyHash);
   Ref<zelNode> store(Ref<zelNode> node, std::uint32_t hash, zelNode* parent);
   bool keepsAway(const Ref<zelNode>& node);
   bool removeTree(const Ref<zelNode>& root);
   bool removeSingle(const Ref<zelNode>& node);
   void cloneColumns(zelNodeList& copy) const;
   void cloneNodes(zelNodeList& copy) const;
-  void loadLines(StringView text);
   zelNode* findEntry(StringView sSection, StringView sValue) const;
 
   Ref<zelNodeListColumns> columns_ = make<zelNodeListColumns>();

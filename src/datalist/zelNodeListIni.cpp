@@ -1,9 +1,15 @@
 // The INI operations of zelNodeList.
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
 #include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "datalist/zelNodeList.h"
 #include "files/mFiles.h"
 #include "foundation/Handled.h"
+#include "platform/Locale.h"
 #include "text/zelStringCat.h"
 
 namespace zelUtilities {
@@ -82,7 +88,88 @@ Entry entryOf(StringView trimmedLine) {
   return {trimBlanks(name), name, trimmedLine.substr(equals + 1)};
 }
 
+// How many lines to make room for; fewer than there are where they are very short, since such lines may
+// well repeat each other.
+std::size_t expectedLines(std::string_view bytes) {
+  constexpr std::size_t shortLine = 12;  // bytes
+  std::size_t lines = 1;
+  for (std::size_t at = 0; (at = bytes.find('\n', at)) != std::string_view::npos; ++at) ++lines;
+  return std::min(lines, bytes.size() / shortLine);
+}
+
+// Takes whole lines off the front, some ten thousand bytes of them. A line's end is the same two bytes in
+// every code page.
+std::string_view takeLines(std::string_view& bytes) {
+  constexpr std::size_t enough = 32 * 1024;
+  const std::size_t end = bytes.size() > enough ? bytes.find("\r\n", enough) : std::string_view::npos;
+  const std::string_view taken = bytes.substr(0, end == std::string_view::npos ? end : end + lineEnd.size());
+  bytes.remove_prefix(taken.size());
+  return taken;
+}
+
 }  // namespace
+
+// Makes the nodes of INI lines. The text is converted piece by piece, so that a large file's is never in
+// memory as a whole. And each line waits until the next one's key is known and its index entry on the way
+// from memory, which takes as long as making a node.
+class zelNodeList::IniReader {
+ public:
+  explicit IniReader(zelNodeList& list) : list_(list) {}
+
+  void read(std::string_view bytes) {
+    list_.createNode({{}, defaultSection, u"[Default]"});
+    while (!bytes.empty()) readLines(widen(takeLines(bytes)));
+  }
+
+ private:
+  struct Line {
+    String key;
+    std::uint32_t hash = 0;
+    StringView text;
+    StringView data;
+  };
+
+  void readLines(const String& text) {
+    Lines lines(text);
+    for (StringView line; lines.next(line);) {
+      line = trimBlanks(line);
+      if (line.empty()) {
+        add({u"K" + decimalText(blankLines_++), {}, {}});
+      } else if (line.front() == u'[') {
+        createWaiting();
+        list_.createNode({{}, line, line});
+        section_ = line;
+      } else {
+        add(entryOf(line));
+      }
+    }
+    createWaiting();  // while the text is there
+  }
+
+  void add(const Entry& entry) {
+    Line& line = waiting_ == &lines_[0] ? lines_[1] : lines_[0];
+    line.key.assign(section_).append(entry.keyPart);
+    line.hash = foldedHash(line.key);
+    line.text = entry.text;
+    line.data = entry.data;
+    list_.allNodes_.prefetch(line.hash);
+    createWaiting();
+    waiting_ = &line;
+  }
+
+  void createWaiting() {
+    if (!waiting_) return;
+    const Line& line = *std::exchange(waiting_, nullptr);
+    const Ref<zelNode> node = list_.createNode({section_, line.key, line.text}, line.hash);
+    dataOf(*node).setValue(line.data);
+  }
+
+  zelNodeList& list_;
+  String section_{defaultSection};
+  std::array<Line, 2> lines_;
+  const Line* waiting_ = nullptr;
+  long long blankLines_ = 0;
+};
 
 void zelNodeList::InitializeAsINI() {
   const Ref<zelNodeList> self(this);
@@ -99,36 +186,13 @@ bool zelNodeList::LoadFromINI(const String& sFilename) {
   bool loaded = false;
   handled(u"zelNodeList.LoadFromINI", [&] {
     InitializeAsINI();
-    const String text = mFiles::GetFileContentsAsString(sFilename, ZEL_ErrorMode_None);
-    if (text.empty()) return;
-    loadLines(text);
+    const std::string bytes = mFiles::readBytes(sFilename, ZEL_ErrorMode_None);
+    if (bytes.empty()) return;
+    allNodes_.reserve(expectedLines(bytes) + 1);
+    IniReader(*this).read(bytes);
     loaded = true;
   });
   return loaded;
-}
-
-void zelNodeList::loadLines(StringView text) {
-  String section(defaultSection);
-  String key;  // one buffer for all lines
-  const auto addEntry = [&](const Entry& entry) {
-    key.assign(section).append(entry.keyPart);
-    const Ref<zelNode> node = createNode({section, key, entry.text});
-    dataOf(*node).setValue(entry.data);
-  };
-  createNode({{}, defaultSection, u"[Default]"});
-  long long blankLines = 0;
-  Lines lines(text);
-  for (StringView line; lines.next(line);) {
-    line = trimBlanks(line);
-    if (line.empty()) {
-      addEntry({u"K" + decimalText(blankLines++), {}, {}});
-    } else if (line.front() == u'[') {
-      createNode({{}, line, line});
-      section = line;
-    } else {
-      addEntry(entryOf(line));
-    }
-  }
 }
 
 bool zelNodeList::SaveAsINI(const String& sFilename) const {

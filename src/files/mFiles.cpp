@@ -117,6 +117,12 @@ String GetFileContentsAsString(StringView sFilename, ZEL_ErrorModes eErrMode) {
   return text;
 }
 
+std::string readBytes(StringView sFilename, ZEL_ErrorModes eErrMode) {
+  std::string bytes;
+  reported(readBox, sFilename, eErrMode, [&] { bytes = readVisible(sFilename); });
+  return bytes;
+}
+
 void PutFileContents(std::span<const std::uint8_t> cContents, StringView sFilename, ZEL_ErrorModes eErrMode) {
   reported(writeBox, sFilename, eErrMode, [&] {
     const std::string_view bytes(reinterpret_cast<const char*>(cContents.data()), cContents.size());

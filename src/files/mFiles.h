@@ -16,6 +16,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 #include "automation/String.h"
 #include "automation/Variant.h"
@@ -41,5 +42,8 @@ void PutFileContentsFromString(StringView sContents, StringView sFilename, ZEL_E
 // a line too. Returns 1; or 0, with nothing written, for a file without bare line feeds; or on failure
 // the error's number, 53 for a missing file. Raises 6 where that number needs more than 16 bits.
 std::int16_t RewriteFileLFtoCRLF(StringView sPath, StringView sNewPath = {});
+
+// For the library's own use: the bytes as they are; none on failure.
+std::string readBytes(StringView sFilename, ZEL_ErrorModes eErrMode);
 
 }  // namespace zelUtilities::mFiles

@@ -146,6 +146,18 @@ TEST_F(Ini, CopiesASectionOverTheValuesThatAreThere) {
   EXPECT_EQ(saved(), "[A]\r\nx=2\r\n;note\r\nnew=3\r\n[B]\r\n");
 }
 
+// Long files are read in pieces of whole lines; a piece may end anywhere in a line.
+TEST_F(Ini, KeepsTheShapeOfALongFileHoweverItsLinesLie) {
+  std::string lines;
+  for (int i = 0; i < 10'000; ++i) lines += std::to_string(10'000 + i) + "=\r\n";  // 8 bytes each
+  for (std::size_t shift = 1; shift <= 8; ++shift) {
+    const std::string text = "[" + std::string(shift, 's') + "]\r\n" + lines;
+    ASSERT_TRUE(load(text));
+    EXPECT_EQ(list->Count(), 10'002) << shift;  // with both sections
+    EXPECT_TRUE(saved() == text) << shift;
+  }
+}
+
 TEST_F(Ini, TakesHugeFilesAsTheyAre) {
   const std::string line = "x=" + std::string(100'000'000, '=') + "\r\n";
   EXPECT_TRUE(load(line));
