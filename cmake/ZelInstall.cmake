@@ -5,7 +5,7 @@ include(CMakePackageConfigHelpers)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/zelUtilities)
 get_property(libraries GLOBAL PROPERTY ZEL_LIBRARIES)
-list(REMOVE_ITEM libraries zel_host) # belongs to the program, as its headers do
+list(REMOVE_ITEM libraries zel_host zel_server) # belong to the programs, as their headers do
 
 add_library(zel_all INTERFACE)
 set_target_properties(zel_all PROPERTIES EXPORT_NAME zelUtilities)
@@ -20,6 +20,7 @@ install(DIRECTORY src/ ${PROJECT_BINARY_DIR}/generated/
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zelUtilities
         FILES_MATCHING PATTERN "*.h"
         PATTERN host EXCLUDE
+        PATTERN server EXCLUDE
         PATTERN linux EXCLUDE
         PATTERN windows EXCLUDE)
 

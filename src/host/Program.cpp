@@ -7,6 +7,7 @@
 #include "host/Console.h"
 #include "host/Describe.h"
 #include "host/Ini.h"
+#include "host/Publish.h"
 #include "platform/Dialogs.h"
 
 namespace zelUtilities::host {
@@ -23,6 +24,7 @@ constexpr StringView help =
     "  zel ini list FILE                         the sections and entries of a settings file\n"
     "  zel ini get FILE SECTION NAME             the value of an entry\n"
     "  zel ini set FILE SECTION NAME VALUE       changes the value of an entry that is there\n"
+    "  zel idl                                   the interface description (IDL) of all classes\n"
     "  zel --version\n"
     "  zel --help\n"
     "\n"
@@ -110,6 +112,8 @@ int runCommand(Words words, const ClassRegistry& registry, Console& console) {
   if (!rest.empty()) return notUnderstood;
   if (command == u"classes") {
     printClasses(registry, console);
+  } else if (command == u"idl") {
+    printInterfaceDescription(registry, console);
   } else if (command == u"--version") {
     console.print(mLog::GetLibraryVersion());
   } else if (command == u"--help" || command == u"-h") {
