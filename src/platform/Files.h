@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "automation/String.h"
 #include "platform/Service.h"
@@ -36,11 +37,15 @@ inline constexpr std::uint32_t Archive = 32;
 struct Files {
   virtual ~Files() = default;
 
-  // The name, without its folder, of the first entry that matches a path whose last part may hold the
-  // wildcards * and ?; "" when there is none, also for a path that can be nobody's. Hidden and system
-  // entries and folders are seen only when the attribute set names them; Normal sees none of the three.
-  // A path that ends in a separator asks for the first entry in that folder.
+  // The name, without its folder, of the first entry, in the order of names, that matches a path whose last
+  // part may hold the wildcards * and ?; "" when there is none, also for a path that can be nobody's. Hidden
+  // and system entries and folders are seen only when the attribute set names them; Normal sees none of the
+  // three. A path that ends in a separator asks for the first entry in that folder.
   virtual String findFirst(StringView pattern, std::uint32_t attributes = FileAttribute::Normal) = 0;
+
+  // All of them, in the order of their names.
+  virtual std::vector<String> findAll(StringView pattern,
+                                      std::uint32_t attributes = FileAttribute::Normal) = 0;
 
   // Whether there is such a file or folder, hidden ones included. False for a path that can be nobody's.
   virtual bool fileExists(StringView path) = 0;

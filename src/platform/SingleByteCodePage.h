@@ -29,7 +29,10 @@ class SingleByteCodePage {
 
   std::string narrow(StringView text) const {
     std::string bytes(text.size(), '\0');
-    for (std::size_t i = 0; i < text.size(); ++i) bytes[i] = static_cast<char>(bytes_[text[i]]);
+    // Through plain pointers: a char may alias anything, the table's address too.
+    const std::uint8_t* const table = bytes_.data();
+    char* out = bytes.data();
+    for (const char16_t unit : text) *out++ = static_cast<char>(table[unit]);
     return bytes;
   }
 

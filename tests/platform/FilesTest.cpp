@@ -149,6 +149,9 @@ TEST_F(FilesContract, WildcardsFindTheFirstNameInOrder) {
   EXPECT_EQ(files().findFirst(in(u"no*")), u"noextension");
   EXPECT_EQ(files().findFirst(in(u"*.doc")), u"");
   EXPECT_EQ(files().findFirst(in(u"none\\*")), u"");
+  EXPECT_EQ(files().findAll(in(u"*.txt")), (std::vector<String>{u"b.txt", u"C.txt"}));
+  EXPECT_EQ(files().findAll(in(u"a.ini")), std::vector<String>{u"a.ini"});
+  EXPECT_TRUE(files().findAll(in(u"*.doc")).empty());
 }
 
 TEST_F(FilesContract, HiddenAndSystemFilesAreSeenOnlyWhenAskedFor) {

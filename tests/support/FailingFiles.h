@@ -18,6 +18,9 @@ class FailingFiles : public Files {
   String findFirst(StringView pattern, std::uint32_t attributes) override {
     return pass("findFirst").findFirst(pattern, attributes);
   }
+  std::vector<String> findAll(StringView pattern, std::uint32_t attributes) override {
+    return pass("findAll").findAll(pattern, attributes);
+  }
   bool fileExists(StringView path) override { return pass("fileExists").fileExists(path); }
   bool folderExists(StringView path) override { return pass("folderExists").folderExists(path); }
   bool driveExists(StringView drive) override { return pass("driveExists").driveExists(drive); }

@@ -25,7 +25,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  explicit operator bool() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+  explicit operator bool() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
   // Converts all of the bytes; nothing where they are no text in that character set.
   std::optional<std::string> convert(std::string_view bytes) {

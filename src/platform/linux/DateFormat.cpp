@@ -93,7 +93,9 @@ String separatorOf(StringView pattern) {
   const std::size_t behind = pattern.find_first_not_of(tokens, first);
   const std::size_t next = pattern.find_first_of(tokens, behind);
   if (next == StringView::npos) return {};
-  return String(trimBlanks(pattern.substr(behind, next - behind)));
+  String separator(trimBlanks(pattern.substr(behind, next - behind)));
+  std::erase(separator, u'\\');
+  return separator;
 }
 
 }  // namespace zelUtilities

@@ -37,7 +37,7 @@ std::uint64_t FileDescriptor::length() const {
   return static_cast<std::uint64_t>(status.st_size);
 }
 
-void FileDescriptor::write(std::string_view contents) {
+void FileDescriptor::write(std::string_view contents) const {
   while (!contents.empty()) {
     const ssize_t written = uninterrupted([&] { return ::write(number_, contents.data(), contents.size()); });
     if (written < 0) raiseFileError(errno);
@@ -45,7 +45,7 @@ void FileDescriptor::write(std::string_view contents) {
   }
 }
 
-std::string FileDescriptor::read(std::size_t length) {
+std::string FileDescriptor::read(std::size_t length) const {
   std::string contents(length, '\0');
   std::size_t at = 0;
   while (at < length) {
@@ -58,7 +58,7 @@ std::string FileDescriptor::read(std::size_t length) {
   return contents;
 }
 
-void FileDescriptor::toDisk() {
+void FileDescriptor::toDisk() const {
   // Some file systems have nothing to do here and say so.
   if (fsync(number_) != 0 && errno != EINVAL && errno != ENOTSUP) raiseFileError(errno);
 }

@@ -18,10 +18,10 @@ class FileDescriptor {
 
   int number() const { return number_; }
   std::uint64_t length() const;
-  void write(std::string_view contents);
+  void write(std::string_view contents) const;
   // At most this many bytes; fewer at the end of the file.
-  std::string read(std::size_t length);
-  void toDisk();
+  std::string read(std::size_t length) const;
+  void toDisk() const;
   // Reports what the system could not write after all.
   void close();
 

@@ -85,10 +85,10 @@ void requireName(StringView path) {
 std::string driveRoot(char16_t letter) {
   const char lower = static_cast<char>(letter | 0x20);
   const std::string home = toUtf8(machine().homeFolder());
-  const std::string listed = home + "/drives/" + lower;
+  std::string listed = home + "/drives/" + lower;
   if (isFolder(listed)) return listed;
   if (lower == 'z') return "";
-  const std::string own = home + "/drive_c";
+  std::string own = home + "/drive_c";
   if (lower != 'c' || (mkdir(own.c_str(), 0777) != 0 && !isFolder(own)))
     throw Error(ErrorNumber::PathNotFound);
   return own;

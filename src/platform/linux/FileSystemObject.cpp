@@ -91,22 +91,21 @@ Ref<FileSystemEntry> FileSystemObject::GetSpecialFolder(std::int32_t SpecialFold
   return make<FileSystemEntry>(files().temporaryFolder());
 }
 
-Ref<FileSystemEntry> FileSystemObject::CreateFolder(const String& Path) {
+Ref<FileSystemEntry> FileSystemObject::CreateFolder(const String& Path) const {
   asThisClassRaises([&] { files().createFolder(Path); });
   return GetFolder(Path);
 }
 
-void FileSystemObject::DeleteFile(const String& FileSpec, bool Force) {
+void FileSystemObject::DeleteFile(const String& FileSpec, bool Force) const {
   const String pattern(fileName(FileSpec));
   if (!hasWildcard(pattern)) return asThisClassRaises([&] { files().remove(FileSpec, Force); });
   const String folder = FileSpec.substr(0, lastPart(FileSpec));
-  String name = files().findFirst(FileSpec, everything);
-  if (name.empty()) throw Error(ErrorNumber::FileNotFound);
-  for (; !name.empty(); name = files().findFirst(FileSpec, everything))
-    asThisClassRaises([&] { files().remove(folder + name, Force); });
+  const std::vector<String> names = files().findAll(FileSpec, everything);
+  if (names.empty()) throw Error(ErrorNumber::FileNotFound);
+  for (const String& name : names) asThisClassRaises([&] { files().remove(folder + name, Force); });
 }
 
-void FileSystemObject::DeleteFolder(const String& FolderSpec, bool Force) {
+void FileSystemObject::DeleteFolder(const String& FolderSpec, bool Force) const {
   asThisClassRaises([&] { files().removeFolder(FolderSpec, Force); });
 }
 

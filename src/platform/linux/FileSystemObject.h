@@ -45,10 +45,10 @@ class FileSystemObject : public Object {
   Ref<FileSystemEntry> GetSpecialFolder(std::int32_t SpecialFolder) const;
 
   // One level; raises 58 where there is such a file or folder, 76 where the one above is missing.
-  Ref<FileSystemEntry> CreateFolder(const String& Path);
+  Ref<FileSystemEntry> CreateFolder(const String& Path) const;
   // The last part of the path may hold wildcards; raises 53 where nothing matches.
-  void DeleteFile(const String& FileSpec, bool Force);
-  void DeleteFolder(const String& FolderSpec, bool Force);
+  void DeleteFile(const String& FileSpec, bool Force) const;
+  void DeleteFolder(const String& FolderSpec, bool Force) const;
 
   String BuildPath(const String& Path, const String& Name) const;
   String GetFileName(const String& Path) const;

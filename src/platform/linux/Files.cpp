@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
@@ -117,30 +118,29 @@ bool isSeen(std::uint32_t attributes, std::uint32_t asked) {
   return (attributes & unseenUnlessAsked & ~asked) == 0;
 }
 
-// The first name, in the order of names, that matches in the folder; "" when there is none.
-String firstIn(const std::string& folder, StringView pattern, std::uint32_t asked) {
+// Hands every name in the folder that matches to the receiver.
+template <class Receiver>
+void eachIn(const std::string& folder, StringView pattern, std::uint32_t asked, Receiver receive) {
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
-  if (!entries) return {};
-  String first;
+  if (!entries) return;
   while (const dirent* entry = readdir(entries.get())) {
-    const String name = fromUtf8(entry->d_name);
+    String name = fromUtf8(entry->d_name);
     if (name == u"." || name == u".." || !matchesPattern(name, pattern)) continue;
-    if (!first.empty() && compareFolded(first, name) <= 0) continue;
     const std::string path = folder + "/" + entry->d_name;
-    if (kindOf(path) != Kind::Nothing && isSeen(fileAttributes(path), asked)) first = name;
+    if (kindOf(path) != Kind::Nothing && isSeen(fileAttributes(path), asked)) receive(std::move(name));
   }
-  return first;
 }
 
-String findFirstOf(StringView pattern, std::uint32_t asked) {
+template <class Receiver>
+void eachFound(StringView pattern, std::uint32_t asked, Receiver receive) {
   const std::size_t last = lastPartOf(pattern);
   const StringView folder = pattern.substr(0, last);
   StringView name = pattern.substr(last);
   if (name.empty() && !folder.empty()) name = u"*";
-  if (hasWildcard(name)) return firstIn(folder.empty() ? "." : nativePath(folder), name, asked);
+  if (hasWildcard(name)) return eachIn(folder.empty() ? "." : nativePath(folder), name, asked, receive);
   const std::string path = nativePath(pattern);
-  if (kindOf(path) == Kind::Nothing || !isSeen(fileAttributes(path), asked)) return {};
-  return fromUtf8(path.substr(path.find_last_of('/') + 1));
+  if (kindOf(path) != Kind::Nothing && isSeen(fileAttributes(path), asked))
+    receive(fromUtf8(path.substr(path.find_last_of('/') + 1)));
 }
 
 // A name that can be nobody's names nothing.
@@ -156,7 +156,22 @@ auto ifNameable(Answer answer) -> decltype(answer()) {
 class LinuxFiles : public Files {
  public:
   String findFirst(StringView pattern, std::uint32_t attributes) override {
-    return ifNameable([&] { return findFirstOf(pattern, attributes); });
+    return ifNameable([&] {
+      String first;
+      eachFound(pattern, attributes, [&](String name) {
+        if (first.empty() || compareFolded(name, first) < 0) first = std::move(name);
+      });
+      return first;
+    });
+  }
+  std::vector<String> findAll(StringView pattern, std::uint32_t attributes) override {
+    return ifNameable([&] {
+      std::vector<String> names;
+      eachFound(pattern, attributes, [&](String name) { names.push_back(std::move(name)); });
+      std::sort(names.begin(), names.end(),
+                [](const String& a, const String& b) { return compareFolded(a, b) < 0; });
+      return names;
+    });
   }
 
   bool fileExists(StringView path) override {

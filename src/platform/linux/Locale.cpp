@@ -1,9 +1,8 @@
 #include "platform/Locale.h"
 
 #include <langinfo.h>
-#include <locale.h>
 
-#include <cstdlib>
+#include <clocale>
 #include <cstring>
 
 #include "automation/CaseFolding.h"

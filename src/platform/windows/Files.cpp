@@ -194,6 +194,20 @@ std::vector<WIN32_FIND_DATAW> entriesOf(const String& pattern) {
   return entries;
 }
 
+bool isBefore(const String& a, const String& b) { return compareFolded(a, b) < 0; }
+
+// The names that a client's pattern finds; none for one that can be nobody's.
+std::vector<String> namesOf(StringView pattern, std::uint32_t asked) {
+  std::vector<String> names;
+  if (pattern.empty() || pattern.find(u'\0') != StringView::npos) return names;
+  String whole(pattern);
+  if (whole.find_last_of(u"\\/:") == whole.size() - 1) whole += u"*";
+  for (const WIN32_FIND_DATAW& entry : entriesOf(whole))
+    if ((entry.dwFileAttributes & unseenUnlessAsked & ~asked) == 0)
+      names.push_back(fromWide(entry.cFileName));
+  return names;
+}
+
 // A folder and all below it, each folder before what is in it. Links are not followed.
 struct Tree {
   explicit Tree(const String& top) : folders{top} {
@@ -236,16 +250,14 @@ void deleteEntry(const String& path, Call call) {
 class WindowsFiles : public Files {
  public:
   String findFirst(StringView pattern, std::uint32_t attributes) override {
-    if (pattern.empty() || pattern.find(u'\0') != StringView::npos) return {};
-    String asked(pattern);
-    if (asked.find_last_of(u"\\/:") == asked.size() - 1) asked += u"*";
-    String first;
-    for (const WIN32_FIND_DATAW& entry : entriesOf(asked)) {
-      const String name = fromWide(entry.cFileName);
-      if ((entry.dwFileAttributes & unseenUnlessAsked & ~attributes) != 0) continue;
-      if (first.empty() || compareFolded(name, first) < 0) first = name;
-    }
-    return first;
+    const std::vector<String> names = namesOf(pattern, attributes);
+    const auto first = std::min_element(names.begin(), names.end(), isBefore);
+    return first == names.end() ? String() : *first;
+  }
+  std::vector<String> findAll(StringView pattern, std::uint32_t attributes) override {
+    std::vector<String> names = namesOf(pattern, attributes);
+    std::sort(names.begin(), names.end(), isBefore);
+    return names;
   }
 
   bool fileExists(StringView path) override {
