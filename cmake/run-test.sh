@@ -44,7 +44,7 @@ if [ "${failed:-0}" -ne 0 ]; then
   awk '/^\[ RUN      \]/ {held = $0; next}
        /^\[       OK \]/ {held = ""; next}
        held != "" {held = held "\n" $0; if (!/^\[  FAILED  \]|^\[  SKIPPED \]/) next; print held; held = ""; next}
-       {print}
+       !/^\[-+\]|^$/ {print}
        END {if (held != "") print held}' "$log"
   echo "$name: $passed passed, $failed failed, $ended"
   exit 1
