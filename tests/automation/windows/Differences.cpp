@@ -2,38 +2,56 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <iostream>
+
+#include "automation/Conversions.h"
 
 namespace zelUtilities::oracle {
 
-Differences::Differences(const char* operation, std::vector<Explanation> explanations)
-    : operation_(operation), explanations_(std::move(explanations)), counts_(explanations_.size()) {}
+namespace {
+
+// Dates are the same within a fraction of a second: there are several ways to add up hours and minutes.
+bool same(const Outcome& left, const Outcome& right) {
+  const Variant &a = left.value, &b = right.value;
+  if (left.error != 0 || right.error != 0) return left.error == right.error;
+  if (a.kind() != b.kind() || a.isNull()) return a.kind() == b.kind();
+  if (a.isString()) return a.text() == b.text();
+  if (a.kind() == VariantKind::Currency) return a.currencyValue() == b.currencyValue();
+  return std::fabs(toDouble(a) - toDouble(b)) <= (a.kind() == VariantKind::Date ? 1e-9 : 0);
+}
+
+std::string describe(const Outcome& outcome) {
+  const Variant& value = outcome.value;
+  if (outcome.error != 0) return "error " + std::to_string(outcome.error);
+  if (value.isString()) return '"' + toUtf8(value.text()) + '"';
+  char number[32] = "";
+  if (!value.isNull()) std::snprintf(number, sizeof number, " %.17g", toDouble(value));
+  return toUtf8(typeName(value)) + number;
+}
+
+}  // namespace
 
 void Differences::add(const Trial& trial) {
   ++trials_;
   if (same(trial.ours, trial.system)) return;
-  for (std::size_t i = 0; i < explanations_.size(); ++i) {
-    if (!explanations_[i].applies(trial)) continue;
-    ++counts_[i];
-    return;
-  }
+  for (Explanation& each : explanations_)
+    if (each.applies(trial)) return void(++each.count);
   if (++unexplained_ > mostShown) return;
-  String line = describe(trial.value);
-  if (trial.kind != VariantKind::Empty) line += u" as kind " + decimalText(static_cast<int>(trial.kind));
-  if (!trial.pattern.empty()) line += u" by [" + trial.pattern + u"]";
-  if (!trial.other.isEmpty()) line += u" with " + describe(trial.other);
-  std::cout << "  " << toUtf8(line) << ": ours " << toUtf8(describe(trial.ours)) << ", system "
-            << toUtf8(describe(trial.system)) << "\n";
+  std::cout << "  " << describe({trial.value}) << " as kind " << static_cast<int>(trial.kind) << " by ["
+            << toUtf8(trial.pattern) << "] with " << describe({trial.other}) << ": ours "
+            << describe(trial.ours) << ", system " << describe(trial.system) << "\n";
 }
 
 Differences::~Differences() {
-  std::cout << operation_ << ": " << trials_ << " compared";
-  for (std::size_t i = 0; i < explanations_.size(); ++i)
-    std::cout << "\n  " << counts_[i] << " differ: " << explanations_[i].sentence;
-  std::cout << "\n  " << unexplained_ << " differ without an explanation\n";
+  std::cout << operation_ << ": " << trials_ << " compared, " << unexplained_ << " differ unexplained\n";
   EXPECT_EQ(unexplained_, 0U) << operation_;
-  for (std::size_t i = 0; i < explanations_.size(); ++i)
-    EXPECT_GT(counts_[i], 0U) << operation_ << ", no longer needed: " << explanations_[i].sentence;
+  for (const Explanation& each : explanations_) {
+    std::cout << "  " << each.count << " differ: " << each.sentence << "\n";
+    EXPECT_GT(each.count, 0U) << operation_ << ", no longer needed: " << each.sentence;
+  }
 }
 
 }  // namespace zelUtilities::oracle

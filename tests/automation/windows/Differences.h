@@ -1,8 +1,6 @@
 // Counts how our outcomes compare with the system's, and why they differ where they do.
 #pragma once
 
-#include <cstdint>
-#include <functional>
 #include <vector>
 
 #include "automation/windows/SystemOracle.h"
@@ -12,27 +10,26 @@ namespace zelUtilities::oracle {
 // One value under one operation. `kind` is that of a conversion, `pattern` that of formatting.
 struct Trial {
   Variant value;
-  VariantKind kind = VariantKind::Empty;
+  VariantKind kind;
   String pattern;
   Variant other;
-  Outcome ours;
-  Outcome system;
+  Outcome ours, system;
 };
 
 // A difference that is meant: a fault of the system's implementation at hand, or ours by intent.
 struct Explanation {
   const char* sentence;
-  std::function<bool(const Trial&)> applies;
+  bool (*applies)(const Trial&);
+  std::size_t count = 0;
 };
 
 // Every difference needs an explanation, and every explanation a difference; the destructor prints the counts
 // and fails the test for either.
 class Differences {
  public:
-  Differences(const char* operation, std::vector<Explanation> explanations);
+  Differences(const char* operation, std::vector<Explanation> explanations)
+      : operation_(operation), explanations_(std::move(explanations)) {}
   ~Differences();
-  Differences(const Differences&) = delete;
-  Differences& operator=(const Differences&) = delete;
 
   void add(const Trial& trial);
 
@@ -41,9 +38,7 @@ class Differences {
 
   const char* operation_;
   std::vector<Explanation> explanations_;
-  std::vector<std::size_t> counts_;
-  std::size_t trials_ = 0;
-  std::size_t unexplained_ = 0;
+  std::size_t trials_ = 0, unexplained_ = 0;
 };
 
 }  // namespace zelUtilities::oracle

@@ -29,14 +29,16 @@ String without(StringView text, char16_t unit) {
   return out;
 }
 
+// The texts of a trial; empty where a value is none.
 StringView textOf(const Variant& value) { return value.isString() ? value.text() : StringView(); }
+StringView in(const Trial& trial) { return textOf(trial.value); }
+StringView our(const Trial& trial) { return textOf(trial.ours.value); }
+StringView their(const Trial& trial) { return textOf(trial.system.value); }
 
-bool bothValues(const Trial& trial) { return trial.ours.error == 0 && trial.system.error == 0; }
-
-bool isKind(const Variant& value, VariantKind kind) { return value.kind() == kind; }
+bool isDate(const Outcome& outcome) { return outcome.value.kind() == VariantKind::Date; }
 
 bool eitherIs(const Trial& trial, VariantKind kind) {
-  return isKind(trial.value, kind) || isKind(trial.other, kind);
+  return trial.value.kind() == kind || trial.other.kind() == kind;
 }
 
 // What a number pattern is given.
@@ -45,138 +47,117 @@ double numberIn(const Trial& trial) {
 }
 
 double apart(const Trial& trial) {
-  if (!bothValues(trial) || !isNumeric(trial.ours.value)) return HUGE_VAL;
+  if (trial.ours.error != 0 || trial.system.error != 0 || !isNumeric(trial.ours.value)) return HUGE_VAL;
   return std::fabs(toDouble(trial.ours.value) - toDouble(trial.system.value));
 }
 
 bool differInLastPlaces(const Trial& trial) {
-  const double relative = isKind(trial.ours.value, VariantKind::Single) ? 2e-7 : 5e-15;
+  const double relative = trial.ours.value.kind() == VariantKind::Single ? 2e-7 : 5e-15;
   return apart(trial) <= relative * std::fabs(toDouble(trial.ours.value));
 }
 
 bool isCenturyLater(const Trial& trial) {
-  if (!bothValues(trial) || !isKind(trial.ours.value, VariantKind::Date)) return false;
+  if (!isDate(trial.ours) || !isDate(trial.system)) return false;
   const double days = trial.system.value.dateValue() - trial.ours.value.dateValue();
   return days > 36523 && days < 36526;
 }
 
-bool hasTwoSigns(StringView text) {
+// More than one sign or currency sign, or a thousands separator behind the decimal one.
+bool hasSurplus(StringView text) {
   const auto signs = std::count(text.begin(), text.end(), u'-') + std::count(text.begin(), text.end(), u'+');
-  return signs > 1 || without(text, currentLocale().currencySymbol[0]).size() + 1 < text.size();
-}
-
-bool hasLateThousands(StringView text) {
   const std::size_t point = lowered(text).find_first_of(currentLocale().decimalSeparator + u"e");
-  return point != String::npos && text.find(currentLocale().thousandsSeparator, point) != String::npos;
+  return signs > 1 || without(text, currentLocale().currencySymbol[0]).size() + 1 < text.size() ||
+         (point != String::npos && text.find(currentLocale().thousandsSeparator, point) != String::npos);
 }
 
 // The longest run of digits; leading zeros count.
 std::size_t longestNumber(StringView text) {
-  std::size_t longest = 0;
-  std::size_t run = 0;
-  for (const char16_t unit : text) {
-    run = unit >= u'0' && unit <= u'9' ? run + 1 : 0;
-    longest = std::max(longest, run);
-  }
+  std::size_t longest = 0, run = 0;
+  for (const char16_t unit : text)
+    longest = std::max(longest, run = unit >= u'0' && unit <= u'9' ? run + 1 : 0);
   return longest;
 }
 
 // A divider that stands first, last, or before anything but a number or a month's name.
 bool hasLooseDivider(StringView text) {
-  const String close = without(without(text, u' '), u'\t');
-  for (std::size_t at = 0; at < close.size(); ++at) {
-    if (StringView(u",./-:").find(close[at]) == StringView::npos) continue;
-    if (at == 0 || at + 1 == close.size() || StringView(u",./-:aApP").find(close[at + 1]) != StringView::npos)
+  const String close = without(without(text, u' '), u'\t') + u",";
+  for (std::size_t at = 0; at + 1 < close.size(); ++at)
+    if (StringView(u",./-:").find(close[at]) != StringView::npos &&
+        (at == 0 || StringView(u",./-:aApP").find(close[at + 1]) != StringView::npos))
       return true;
-  }
   return false;
 }
 
 bool namesMonth(StringView text) {
-  for (const StringView name : {u"jan", u"feb", u"mar", u"m\u00E4rz", u"may", u"mai", u"sep", u"dec", u"dez"})
-    if (has(text, name)) return true;
-  return false;
+  const auto names = {u"jan", u"feb", u"mar", u"m\u00E4rz", u"may", u"mai", u"sep", u"dec", u"dez"};
+  return std::any_of(names.begin(), names.end(), [text](StringView name) { return has(text, name); });
 }
 
 // An a or p that is no am or pm.
 bool hasLetterMark(StringView text) {
-  const String lower = lowered(text);
+  const String lower = lowered(text) + u" ";
   const std::size_t at = lower.find_first_of(u"ap");
-  return at != String::npos && (at + 1 == lower.size() || lower[at + 1] != u'm');
-}
-
-bool hasHalfDay(StringView pattern) {
-  return has(pattern, u"a/p") || has(pattern, u"am/pm") || has(pattern, u"ampm");
+  return at != String::npos && lower[at + 1] != u'm';
 }
 
 bool hasExponent(StringView pattern) { return has(pattern, u"e+") || has(pattern, u"e-"); }
+
+constexpr Explanation nextCentury = {"the system puts the years 30 to 49 into the coming century",
+                                     isCenturyLater};
 
 }  // namespace
 
 std::vector<Explanation> explainNumberConversions() {
   return {
       {"the system makes dates that no calendar has from Single and Currency",
-       [](const Trial& t) { return isKind(t.system.value, VariantKind::Date) && t.ours.error == overflow; }},
+       [](const Trial& t) { return isDate(t.system) && t.ours.error == overflow; }},
       {"the system writes numbers of more than 15 decimals (Single: 7) in plain form",
-       [](const Trial& t) {
-         return has(textOf(t.ours.value), u"e-") && !has(textOf(t.system.value), u"e-");
-       }},
+       [](const Trial& t) { return has(our(t), u"e-") && !has(their(t), u"e-"); }},
       {"the system writes numbers of up to 15 decimals (Single: 7) with an exponent below 0.0001",
-       [](const Trial& t) {
-         return has(textOf(t.system.value), u"e-") && !has(textOf(t.ours.value), u"e-");
-       }},
+       [](const Trial& t) { return has(their(t), u"e-") && !has(our(t), u"e-"); }},
       {"the system keeps the point in a number with an exponent in every locale",
-       [](const Trial& t) {
-         return has(textOf(t.ours.value), u"e") &&
-                without(textOf(t.ours.value), u',') == without(textOf(t.system.value), u'.');
-       }},
+       [](const Trial& t) { return has(our(t), u"e") && without(our(t), u',') == without(their(t), u'.'); }},
       {"the system writes a moment that rounds to midnight with the time",
-       [](const Trial& t) {
-         return isKind(t.value, VariantKind::Date) && has(textOf(t.system.value), u":00:00");
-       }},
+       [](const Trial& t) { return eitherIs(t, VariantKind::Date) && has(their(t), u":00:00"); }},
   };
 }
 
 std::vector<Explanation> explainNumberTexts() {
   return {
       {"the system adds up digits in floating point and is off in the last places", differInLastPlaces},
-      {"the system rounds the fifth decimal of a Currency, and whole numbers with a negative exponent, as it "
-       "comes",
+      {"the system rounds the fifth decimal of a Currency, and negative exponents, as it comes",
        [](const Trial& t) { return apart(t) < 1.5; }},
       {"the system makes no Currency from other bases, and only a Long from 32 bits",
-       [](const Trial& t) { return has(textOf(t.value), u"&") && t.system.error == overflow; }},
+       [](const Trial& t) { return has(in(t), u"&") && t.system.error == overflow; }},
       {"the system overflows for what is too small for a Single, and for negative fractions as Bytes",
        [](const Trial& t) {
-         return t.system.error == overflow && t.ours.error == 0 && toDouble(t.ours.value) == 0;
+         return t.system.error == overflow && !t.ours.error && toDouble(t.ours.value) == 0;
        }},
       {"the system takes exponents of more than nine digits modulo 2^32",
-       [](const Trial& t) { return longestNumber(textOf(t.value)) > 9 && has(textOf(t.value), u"e"); }},
+       [](const Trial& t) { return longestNumber(in(t)) > 9 && has(in(t), u"e"); }},
       {"we take one sign, one currency sign, and thousands separators before the decimal one only",
-       [](const Trial& t) {
-         return t.ours.error == mismatch &&
-                (hasTwoSigns(textOf(t.value)) || hasLateThousands(textOf(t.value)));
-       }},
+       [](const Trial& t) { return t.ours.error == mismatch && hasSurplus(in(t)); }},
       {"the system needs no closing parenthesis behind a sign",
-       [](const Trial& t) { return t.ours.error == mismatch && !has(textOf(t.value), u")"); }},
+       [](const Trial& t) { return t.ours.error == mismatch && !has(in(t), u")"); }},
       {"the system knows no D for an exponent",
-       [](const Trial& t) { return t.system.error == mismatch && has(textOf(t.value), u"d"); }},
-      {"the system puts the years 30 to 49 into the coming century", isCenturyLater},
+       [](const Trial& t) { return t.system.error == mismatch && has(in(t), u"d"); }},
+      nextCentury,
   };
 }
 
 std::vector<Explanation> explainDateTexts() {
   return {
-      {"the system puts the years 30 to 49 into the coming century", isCenturyLater},
+      nextCentury,
       {"the system reads a month's name between or behind two numbers as year, month, day, and in times",
-       [](const Trial& t) { return namesMonth(textOf(t.value)); }},
+       [](const Trial& t) { return namesMonth(in(t)); }},
       {"the system passes over dividers that divide nothing",
-       [](const Trial& t) { return t.ours.error == mismatch && hasLooseDivider(textOf(t.value)); }},
+       [](const Trial& t) { return t.ours.error == mismatch && hasLooseDivider(in(t)); }},
       {"we let a date's divider stand between time and date",
-       [](const Trial& t) { return t.system.error == mismatch && has(textOf(t.value), u" /"); }},
+       [](const Trial& t) { return t.system.error == mismatch && has(in(t), u" /"); }},
       {"the system takes the letters a and p for other things, but after hours and minutes alone",
-       [](const Trial& t) { return hasLetterMark(textOf(t.value)); }},
+       [](const Trial& t) { return hasLetterMark(in(t)); }},
       {"the system takes numbers of more than four digits, and gives the years 001 to 0099 a century",
-       [](const Trial& t) { return longestNumber(textOf(t.value)) > (has(textOf(t.value), u"0") ? 2 : 4); }},
+       [](const Trial& t) { return longestNumber(in(t)) > (has(in(t), u"0") ? 2 : 4); }},
   };
 }
 
@@ -195,27 +176,27 @@ std::vector<Explanation> explainNumberFormats() {
       {"the system leaves a text under General Number as it is",
        [](const Trial& t) { return t.value.isString() && t.pattern == u"General Number"; }},
       {"the system takes the digits of other bases for decimal ones",
-       [](const Trial& t) { return has(textOf(t.value), u"&"); }},
+       [](const Trial& t) { return has(in(t), u"&"); }},
       {"the system takes the 0 of a text with a sign for a negative number",
-       [](const Trial& t) { return numberIn(t) == 0 && has(textOf(t.value), u"-") && isNumeric(t.value); }},
+       [](const Trial& t) { return numberIn(t) == 0 && has(in(t), u"-") && isNumeric(t.value); }},
       {"we take one sign, one currency sign, and thousands separators before the decimal one only",
-       [](const Trial& t) { return hasTwoSigns(textOf(t.value)) || hasLateThousands(textOf(t.value)); }},
+       [](const Trial& t) { return hasSurplus(in(t)); }},
       {"the system shows 7 digits of a Single",
-       [](const Trial& t) { return isKind(t.value, VariantKind::Single); }},
+       [](const Trial& t) { return eitherIs(t, VariantKind::Single); }},
       {"the system writes the sign next to the digits, we before everything",
        [](const Trial& t) {
-         const StringView ours = textOf(t.ours.value);
-         return ours.starts_with(u'-') && without(ours, u'-') == without(textOf(t.system.value), u'-');
+         return our(t).find(u'-') == 0 && without(our(t), u'-') == without(their(t), u'-');
        }},
       {"the system loses what is carried over from the decimals of a number below one",
        [](const Trial& t) { return std::fabs(numberIn(t)) < 1 && numberIn(t) != 0; }},
-      {"the system's exponents go wrong beside commas, # places and for zero",
+      {"the system's exponents go wrong beside commas and # places",
        [](const Trial& t) {
-         return hasExponent(t.pattern) &&
-                (has(t.pattern, u",") || has(t.pattern, u"+###") || numberIn(t) == 0);
+         return has(t.pattern, u"e+###") || (hasExponent(t.pattern) && has(t.pattern, u","));
        }},
-      {"the system drops a place for zero where # stands behind 0",
-       [](const Trial& t) { return numberIn(t) == 0 && has(t.pattern, u"##00##"); }},
+      {"the system drops a place for zero where # stands behind 0, and its exponent",
+       [](const Trial& t) {
+         return numberIn(t) == 0 && (has(t.pattern, u"##00##") || hasExponent(t.pattern));
+       }},
       {"the system loses the last 0 before the point under #,#",
        [](const Trial& t) { return has(t.pattern, u"#,#") && !has(t.pattern, u"#,##0"); }},
   };
@@ -228,22 +209,22 @@ std::vector<Explanation> explainDateFormats() {
       {"the system's long time is empty at midnight",
        [](const Trial& t) { return has(t.pattern, u"ttttt") || t.pattern == u"Long Time"; }},
       {"the system counts 24 hours beside a half-day mark and swallows what follows the mark",
-       [](const Trial& t) { return hasHalfDay(t.pattern); }},
+       [](const Trial& t) {
+         return has(t.pattern, u"a/p") || has(t.pattern, u"am/") || has(t.pattern, u"ampm");
+       }},
       {"the system writes a stray unit behind c", [](const Trial& t) { return has(t.pattern, u"c"); }},
       {"the system counts weeks from another day", [](const Trial& t) { return has(t.pattern, u"ww"); }},
       {"the system takes m for minutes anywhere behind an hour, we next to it",
        [](const Trial& t) { return has(t.pattern, u"h") && has(t.pattern, u"m"); }},
       {"the system rounds the last second of a day into the time but not into the date",
-       [](const Trial& t) {
-         return std::fabs(t.value.dateValue() - std::round(t.value.dateValue())) < 0.5 / 86400;
-       }},
+       [](const Trial& t) { return std::fabs(std::remainder(t.value.dateValue(), 1)) < 0.5 / 86400; }},
   };
 }
 
 std::vector<Explanation> explainTextFormats() {
   return {
       {"the system turns texts to lower case unasked",
-       [](const Trial& t) { return lowered(textOf(t.ours.value)) == textOf(t.system.value); }},
+       [](const Trial& t) { return lowered(our(t)) == their(t); }},
       {"the system ignores !", [](const Trial& t) { return has(t.pattern, u"!"); }},
       {"the system fills & from the left", [](const Trial& t) { return has(t.pattern, u"&"); }},
   };

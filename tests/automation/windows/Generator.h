@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 
 #include "automation/Variant.h"
 
@@ -14,13 +13,15 @@ class Generator {
 
   std::uint64_t bits();
   // From 0 to below the limit.
-  int below(int limit) { return static_cast<int>(bits() % static_cast<std::uint64_t>(limit)); }
+  template <class Whole>
+  Whole below(Whole limit) {
+    return static_cast<Whole>(bits() % static_cast<std::uint64_t>(limit));
+  }
   // From 0 to below 1.
   double fraction();
   bool chance(int percent) { return below(100) < percent; }
-  StringView oneOf(std::initializer_list<StringView> texts) {
-    return texts.begin()[below(static_cast<int>(texts.size()))];
-  }
+  // Of texts divided by "|".
+  String oneOf(StringView texts);
 
   // A number with few decimals, a half, a bound of some kind, or any bits at all.
   double number();
@@ -31,7 +32,7 @@ class Generator {
   // Mostly a number in one of the forms that conversions know; sometimes damaged.
   String numberText(StringView decimalSeparator, StringView thousandsSeparator, StringView currencySign);
   // Mostly a date, a time or both; sometimes damaged.
-  String dateText(std::initializer_list<StringView> monthNames);
+  String dateText(StringView monthNames);
   String numberPattern();
   String datePattern();
   String textPattern();

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 
-#include "automation/String.h"
 #include "automation/Variant.h"
 
 namespace zelUtilities::oracle {
@@ -14,18 +13,12 @@ struct Outcome {
   int error = 0;
 };
 
-// Dates are the same within a fraction of a second: there are several ways to add up hours and minutes.
-bool same(const Outcome& left, const Outcome& right);
-String describe(const Variant& value);
-String describe(const Outcome& outcome);
-
 // As the locale with this identifier has it, without the user's own settings; Booleans as "True" and
 // "False".
 Outcome systemConvert(const Variant& value, VariantKind kind, std::uint32_t localeId);
-Outcome systemReadDate(StringView text, std::uint32_t localeId);
 // -1, 0, 1 or Null.
 Outcome systemCompare(const Variant& left, const Variant& right, std::uint32_t localeId);
 // In the user's locale; weeks start on Sunday, the first week holds 1 January.
-Outcome systemFormat(const Variant& value, StringView pattern);
+Outcome systemFormat(const Variant& value, const String& pattern);
 
 }  // namespace zelUtilities::oracle
