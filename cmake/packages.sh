@@ -28,7 +28,7 @@ sayWhatToInstall() {
 # What every build needs, and what the tests need beyond it.
 buildPackages=(cmake ninja-build g++ libsqlite3-dev libxml2-dev)
 nativeTestPackages=(googletest)
-windowsTestPackages=(googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine wine64)
+windowsTestPackages=(googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine wine64 wine64-tools libwine-dev)
 
 # configure PRESET: makes the build folder unless it is there and up to date; Ninja sees to the rest.
 configure() {

@@ -25,6 +25,7 @@ constexpr StringView help =
     "  zel ini get FILE SECTION NAME             the value of an entry\n"
     "  zel ini set FILE SECTION NAME VALUE       changes the value of an entry that is there\n"
     "  zel idl                                   the interface description (IDL) of all classes\n"
+    "  zel manifest                              the manifest for use without registration\n"
     "  zel --version\n"
     "  zel --help\n"
     "\n"
@@ -114,6 +115,8 @@ int runCommand(Words words, const ClassRegistry& registry, Console& console) {
     printClasses(registry, console);
   } else if (command == u"idl") {
     printInterfaceDescription(registry, console);
+  } else if (command == u"manifest") {
+    printManifest(registry, console);
   } else if (command == u"--version") {
     console.print(mLog::GetLibraryVersion());
   } else if (command == u"--help" || command == u"-h") {

@@ -1,6 +1,7 @@
 #include "host/Publish.h"
 
 #include "server/InterfaceDescription.h"
+#include "server/RegistrationFree.h"
 
 namespace zelUtilities::host {
 
@@ -16,6 +17,10 @@ void printText(std::string text, Console& console) {
 
 void printInterfaceDescription(const ClassRegistry& registry, Console& console) {
   printText(interfaceDescription(registry), console);
+}
+
+void printManifest(const ClassRegistry& registry, Console& console) {
+  printText(registrationFreeManifest(registry), console);
 }
 
 }  // namespace zelUtilities::host

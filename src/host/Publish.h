@@ -1,4 +1,4 @@
-// What `zel idl` prints: the classes as a type library publishes them.
+// What `zel idl` and `zel manifest` print: the classes as Windows programs get to know them.
 #pragma once
 
 #include "foundation/ClassRegistry.h"
@@ -8,5 +8,8 @@ namespace zelUtilities::host {
 
 // The interface description (IDL) of all classes. Raises 51 where a name cannot be published.
 void printInterfaceDescription(const ClassRegistry& registry, Console& console);
+
+// The manifest by which programs use the classes without their being registered.
+void printManifest(const ClassRegistry& registry, Console& console);
 
 }  // namespace zelUtilities::host

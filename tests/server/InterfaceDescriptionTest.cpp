@@ -4,8 +4,10 @@
 
 #include "automation/Binder.h"
 #include "library/Library.h"
+#include "server/RegistrationFree.h"
 
-extern const char keptDescription[];
+extern const char zelUtilities_idl[];
+extern const char zelUtilities_manifest_in[];
 
 namespace zelUtilities {
 namespace {
@@ -15,8 +17,13 @@ using testing::Not;
 
 // Whoever changes a published class sees here what its clients will see.
 TEST(InterfaceDescription, IsTheOneThatIsKept) {
-  EXPECT_EQ(keptDescription, interfaceDescription(library()))
+  EXPECT_EQ(zelUtilities_idl, interfaceDescription(library()))
       << "To accept the change: build/native/bin/zel idl > src/server/zelUtilities.idl";
+}
+
+TEST(RegistrationFreeManifest, IsTheOneThatIsKept) {
+  EXPECT_EQ(zelUtilities_manifest_in, registrationFreeManifest(library()))
+      << "To accept the change: build/native/bin/zel manifest > src/server/zelUtilities.manifest.in";
 }
 
 struct Gadget : Object {
