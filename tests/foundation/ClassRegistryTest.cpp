@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "automation/Binder.h"
+#include "support/RaisedError.h"
 
 namespace zelUtilities {
 
@@ -15,122 +16,69 @@ const EnumInfo& enumInfo<TestColor>() {
 
 namespace {
 
-class Lamp : public Object {
- public:
-  static const ClassInfo& describeClass() {
-    static const ClassInfo info = describe<Lamp>("testLamp", "A lamp.")
-                                      .creatable()
-                                      .property("Color", &Lamp::color, &Lamp::setColor, "Its color.");
-    return info;
-  }
-  const ClassInfo* classInfo() const override { return &describeClass(); }
-  TestColor color() const { return color_; }
-  void setColor(TestColor value) { color_ = value; }
+struct Lamp : Object {
+  void next() {}
+};
+TestColor next(TestColor) { return TestColor::Green; }
 
- private:
-  TestColor color_ = TestColor::Red;
+// With a lamp, a part that only other objects make, and the functions of colors.
+struct Classes : testing::Test {
+  static ClassInfo functions(const char* name, const char* function) {
+    return describeFunctions(name, "").function(function, &next, {"eColor"}, "");
+  }
+  inline static const ClassInfo lamp = describe<Lamp>("testLamp", "").creatable();
+  // A member of an ordinary class may bear the name of a global operation.
+  inline static const ClassInfo part = describe<Lamp>("testPart", "").method("zel_Next", &Lamp::next, "");
+  inline static const ClassInfo colors = functions("testColors", "zel_Next");
+
+  Classes() {
+    for (const ClassInfo* info : {&lamp, &colors, &part}) registry.add(*info);
+  }
+  template <class Info>
+  std::string refusalOf(const Info& info) {
+    return raisedError([&] { registry.add(info); });
+  }
+  ClassRegistry registry;
 };
 
-class Part : public Object {
- public:
-  static const ClassInfo& describeClass() {
-    static const ClassInfo info = describe<Part>("testPart", "Only a lamp makes it.")
-                                      .property("color", &Part::color, "Spelt its own way.");
-    return info;
-  }
-  const ClassInfo* classInfo() const override { return &describeClass(); }
-  std::int32_t color() const { return 0; }
-};
-
-std::int32_t twice(std::int32_t value) { return 2 * value; }
-
-const ClassInfo& numbersInfo() {
-  static const ClassInfo info =
-      describeFunctions("testNumbers", "Arithmetic.").function("zel_Twice", &twice, {"lValue"}, "Doubles.");
-  return info;
-}
-
-std::string refusalOf(ClassRegistry& registry, const ClassInfo& info) {
-  try {
-    registry.add(info);
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return "accepted";
-}
-
-TEST(ClassRegistry, FindsAClassWithAndWithoutTheLibrarysName) {
-  ClassRegistry registry;
-  registry.add(Lamp::describeClass());
-  EXPECT_EQ(registry.find(u"testLamp"), &Lamp::describeClass());
-  EXPECT_EQ(registry.find(u"ZELUTILITIES.TESTLAMP"), &Lamp::describeClass());
-  EXPECT_EQ(registry.find(u"otherLibrary.testLamp"), nullptr);
-  EXPECT_EQ(registry.find(u"zelUtilities."), nullptr);
-  EXPECT_EQ(registry.find(u""), nullptr);
-}
-
-TEST(ClassRegistry, ListsClassesAndTheEnumerationsTheyMentionInOrder) {
-  ClassRegistry registry;
-  registry.add(Part::describeClass());
-  registry.add(Lamp::describeClass());
-  ASSERT_EQ(registry.classes().size(), 2u);
-  EXPECT_EQ(registry.classes()[0]->name(), u"testPart");
-  EXPECT_EQ(registry.classes()[1]->name(), u"testLamp");
-  ASSERT_EQ(registry.enumerations().size(), 1u);
+TEST_F(Classes, AreFoundWithAndWithoutTheLibrarysName) {
+  EXPECT_EQ(registry.find(u"testLamp"), &lamp);
+  EXPECT_EQ(registry.find(u"ZELUTILITIES.TESTLAMP"), &lamp);
+  for (const StringView name : {u"otherLibrary.testLamp", u"zelUtilities.", u""})
+    EXPECT_EQ(registry.find(name), nullptr) << toUtf8(name);
   EXPECT_EQ(registry.findEnumeration(u"test_colors"), &enumInfo<TestColor>());
 }
 
-TEST(ClassRegistry, CreatesByProgrammaticIdentifierOnly) {
-  ClassRegistry registry;
-  registry.add(Lamp::describeClass());
-  registry.add(Part::describeClass());
+TEST_F(Classes, AreCreatedByProgrammaticIdentifierOnly) {
   EXPECT_TRUE(objectCast<Lamp>(registry.create(u"zelutilities.TestLamp").get()));
-  EXPECT_FALSE(registry.create(u"testLamp"));
-  EXPECT_FALSE(registry.create(u"zelUtilities.testPart"));
-  EXPECT_FALSE(registry.create(u"zelUtilities.testNothing"));
+  for (const StringView name : {u"testLamp", u"zelUtilities.testPart", u"zelUtilities.testNothing"})
+    EXPECT_FALSE(registry.create(name)) << toUtf8(name);
 }
 
-TEST(ClassRegistry, AFunctionClassHasOneInstanceWhoseOperationsAreFoundByName) {
-  ClassRegistry registry;
-  registry.add(numbersInfo());
-  const Ref<Object> instance = registry.create(u"zelUtilities.testNumbers");
-  ASSERT_TRUE(instance);
-  EXPECT_EQ(instance, registry.create(u"zelUtilities.testNumbers"));
-
-  const auto found = registry.findOperation(u"ZEL_twice");
-  ASSERT_TRUE(found);
-  EXPECT_EQ(found->functionClass, &numbersInfo());
-  Variant arguments[] = {std::int32_t{21}};
-  EXPECT_EQ(instance->Invoke(found->operation->name, InvokeKind::Method, arguments).longInteger(), 42);
-  EXPECT_FALSE(registry.findOperation(u"Color"));
+TEST_F(Classes, OfFunctionsHaveOneInstanceWhoseOperationsAreFoundByName) {
+  const Ref<Object> instance = registry.create(u"zelUtilities.testColors");
+  EXPECT_EQ(instance, registry.create(u"zelUtilities.testColors"));
+  const auto found = registry.findOperation(u"ZEL_next");
+  ASSERT_TRUE(found && instance);
+  EXPECT_EQ(found->functionClass, &colors);
+  Variant arguments[] = {std::int32_t{1}};
+  EXPECT_EQ(instance->Invoke(found->operation->name, InvokeKind::Method, arguments).longInteger(), 2);
 }
 
-TEST(ClassRegistry, RefusesNamesThatAreTakenAndAddsNothingThen) {
-  ClassRegistry registry;
-  registry.add(Lamp::describeClass());
-  registry.add(numbersInfo());
-
-  static const ClassInfo sameClass = describe<Part>("TESTLAMP", "");
-  EXPECT_EQ(refusalOf(registry, sameClass), "the class TESTLAMP is there already");
-  static const ClassInfo sameOperation =
-      describeFunctions("testOther", "").function("ZEL_TWICE", &twice, {"lValue"}, "");
-  EXPECT_EQ(refusalOf(registry, sameOperation), "the global operation ZEL_TWICE is there already");
-  EXPECT_EQ(registry.classes().size(), 2u);
+TEST_F(Classes, WhoseNamesAreTakenAreRefusedAndLeaveNothingBehind) {
+  const ClassInfo sameClass = describe<Lamp>("TESTLAMP", "");
+  EXPECT_EQ(refusalOf(sameClass), "51|ClassRegistry.add|the class TESTLAMP is there already");
+  const ClassInfo sameOperation = functions("testOther", "ZEL_NEXT");
+  EXPECT_EQ(refusalOf(sameOperation), "51|ClassRegistry.add|the global operation ZEL_NEXT is there already");
   EXPECT_EQ(registry.find(u"testOther"), nullptr);
+  EXPECT_EQ(registry.classes().size(), 3u);
 
-  EXPECT_EQ(refusalOf(registry, Part::describeClass()), "accepted");  // its "color" is not the lamp's "Color"
-}
-
-TEST(ClassRegistry, RefusesAnEnumerationWhoseNameOrValueIsTaken) {
-  ClassRegistry registry;
-  registry.add(enumInfo<TestColor>());
-  const EnumInfo sameName{u"test_Colors", {}};
-  EXPECT_THROW(registry.add(sameName), Error);
+  const EnumInfo sameName{u"test_Colors", {}}, fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
   const EnumInfo sameValue{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}, {u"test_color_red", 2}}};
-  EXPECT_THROW(registry.add(sameValue), Error);
-  EXPECT_EQ(registry.enumerations().size(), 1u);
-  const EnumInfo fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
-  registry.add(fresh);  // the refused ones left nothing behind
+  EXPECT_EQ(refusalOf(sameName), "51|ClassRegistry.add|the enumeration test_Colors is there already");
+  EXPECT_EQ(refusalOf(sameValue),
+            "51|ClassRegistry.add|the value test_color_red of TEST_Paints is there already");
+  EXPECT_EQ(refusalOf(fresh), "nothing");
   EXPECT_EQ(registry.enumerations().size(), 2u);
 }
 

@@ -1,53 +1,33 @@
-// A log on its own: a registry in memory, message boxes and reports written down.
+// A log on its own: a registry in memory, the logger's calls and the message boxes written down.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <ostream>
-#include <vector>
+#include <gmock/gmock.h>
 
 #include "automation/Conversions.h"
 #include "foundation/mLog.h"
 #include "platform/Dialogs.h"
 #include "platform/Objects.h"
-#include "platform/Registry.h"
 #include "support/MemoryRegistry.h"
 
 namespace zelUtilities {
 
-inline constexpr StringView machineSettings = u"Software\\Zelora\\Common";
-inline constexpr StringView userSettings = u"Software\\VB and VBA Program Settings\\Zelora\\Common";
-
-// Each box as "title|text".
-struct WrittenDownBoxes : Dialogs {
-  std::vector<std::string> boxes;
-  std::int32_t messageBox(StringView text, StringView title, std::int32_t style) override {
-    EXPECT_EQ(style, 48);
-    boxes.push_back(toUtf8(String(title) + u"|" + String(text)));
-    return MessageBoxAnswer::Ok;
-  }
-};
-
-class LogTest : public ::testing::Test {
+class LogTest : public testing::Test, public Dialogs {
  protected:
-  // Writes each call down as "method|argument|...".
-  class Recorder : public Object {
-   public:
-    explicit Recorder(LogTest& test) : test_(test) {}
+  // A logger that writes each call down as "method|argument|...".
+  struct Recorder : Object {
+    explicit Recorder(LogTest& owner) : test(owner) {}
     Variant Invoke(StringView name, InvokeKind, std::span<Variant> arguments) override {
       String line(name);
       for (const Variant& argument : arguments) line += u"|" + toText(argument);
-      test_.calls.push_back(toUtf8(line));
-      if (test_.inLogger) test_.inLogger();
+      test.calls.push_back(toUtf8(line));
+      if (test.inLogger) test.inLogger();
       return {};
     }
-
-   private:
-    LogTest& test_;
+    LogTest& test;
   };
 
   LogTest() {
-    registerObject(u"zelLog.zelHandler", [this] { return Ref<Object>(make<Recorder>(*this)); });
+    record(u"zelLog.zelHandler");
     mLog::resetThreadState();
   }
   ~LogTest() override {
@@ -55,24 +35,37 @@ class LogTest : public ::testing::Test {
     mLog::resetThreadState();
   }
 
-  void set(RegistryHandle root, StringView name, std::string_view text) {
-    RegistryKey key;
-    bool existed = false;
-    const StringView path = root == RegistryRoot::CurrentUser ? userSettings : machineSettings;
-    ASSERT_EQ(key.create(root, path, existed), RegistryResult::Success);
-    ASSERT_EQ(key.open(root, path, RegistryAccess::Write), RegistryResult::Success);
-    ASSERT_EQ(registry().setValue(key.handle(), name, RegistryType::Text, text), RegistryResult::Success);
+  // Objects under this name are loggers that write their calls down.
+  void record(StringView name) {
+    registerObject(name, [this] { return Ref<Object>(make<Recorder>(*this)); });
   }
-  void setUser(StringView name, std::string_view text) { set(RegistryRoot::CurrentUser, name, text); }
-  void setMachine(StringView name, std::string_view text) { set(RegistryRoot::LocalMachine, name, text); }
+  void setUser(StringView name, std::string_view text) {
+    set(RegistryRoot::CurrentUser, u"Software\\VB and VBA Program Settings\\Zelora\\Common", name, text);
+  }
+  void setMachine(StringView name, std::string_view text) {
+    set(RegistryRoot::LocalMachine, u"Software\\Zelora\\Common", name, text);
+  }
 
-  std::vector<std::string> calls;  // of the logger
-  std::function<void()> inLogger;  // what the logger does besides
-  WrittenDownBoxes dialogs;
+  std::vector<std::string> calls;  // of loggers
+  std::vector<std::string> boxes;  // as "title|text"
+  std::function<void()> inLogger;  // what a logger does besides
   MemoryRegistry memory;
 
  private:
-  Replaced<Dialogs> dialogsInForce_{dialogs};
+  std::int32_t messageBox(StringView text, StringView title, std::int32_t style) override {
+    EXPECT_EQ(style, 48);
+    boxes.push_back(toUtf8(String(title) + u"|" + String(text)));
+    return MessageBoxAnswer::Ok;
+  }
+  static void set(RegistryHandle root, StringView path, StringView name, std::string_view text) {
+    RegistryKey key;
+    bool existed = false;
+    key.create(root, path, existed);
+    key.open(root, path, RegistryAccess::Write);
+    ASSERT_EQ(registry().setValue(key.handle(), name, RegistryType::Text, text), RegistryResult::Success);
+  }
+
+  Replaced<Dialogs> dialogsInForce_{*this};
   Replaced<Registry> registryInForce_{memory};
 };
 

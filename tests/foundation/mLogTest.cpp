@@ -1,218 +1,182 @@
 #include "foundation/mLog.h"
 
-#include <gmock/gmock.h>
-
+#include <stdexcept>
 #include <thread>
 
 #include "foundation/ErrorWatch.h"
+#include "foundation/Handled.h"
 #include "foundation/LogFixture.h"
+#include "support/RaisedError.h"
 
 namespace zelUtilities {
 namespace {
 
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 const Error wanted(-2147221503, u"S", u"No such column");
 
-std::string raisedSource(StringView source, const Error& error) {
-  try {
-    mLog::ErrorLog(source, error, {}, true);
-  } catch (const Error& raised) {
-    EXPECT_EQ(raised.number(), error.number());
-    EXPECT_EQ(raised.description(), error.description());
-    return toUtf8(raised.source());
-  }
-  return "nothing";
-}
+void report(StringView source) { mLog::ErrorLog(source, wanted); }
 
-TEST_F(LogTest, AReportCarriesLibraryVersionSourceAndTheWholeError) {
-  const String moreInfo(2000, u'm');
-  mLog::ErrorLog(u"zelNodeList.Create", wanted, moreInfo);
+TEST_F(LogTest, ALoggerIsHandedTheWholeErrorAndTraceLinesMaybeSetApart) {
+  mLog::ErrorLog(u"zelNodeList.Create", wanted, String(2000, u'm'));
+  mLog::TraceLog(u"zelX.Load", u"load", u"12 lines");
+  mLog::TraceLog(u"a", u"", u"m", true);
   EXPECT_THAT(calls,
               ElementsAre("errorMessage|zelUtilities|1.2.0|zelNodeList.Create|-2147221503|S|No such column|" +
-                          toUtf8(moreInfo)));
-  EXPECT_THAT(dialogs.boxes, IsEmpty());
+                              std::string(2000, 'm'),
+                          "TraceMessage|zelUtilities|1.2.0|zelX.Load|load|12 lines",
+                          "TraceMessage|SkipLine||||", "TraceMessage|zelUtilities|1.2.0|a||m"));
+  EXPECT_TRUE(boxes.empty());
 }
 
-TEST_F(LogTest, ReRaisingChainsTheSourcesLevelByLevel) {
-  EXPECT_EQ(raisedSource(u"inner", Error(5, u"", u"d")), "inner");
-  EXPECT_EQ(raisedSource(u"inner", wanted), "inner::S");
-  EXPECT_EQ(raisedSource(u"outer", Error(5, u"inner::S", u"d")), "outer::inner::S");
-  EXPECT_NO_THROW(mLog::ErrorLog(u"outer", wanted));
+TEST_F(LogTest, WhateverAnOperationThrowsIsLoggedAndSwallowed) {
+  handled(u"zelX.Op", [] { throw Error(457); });
+  handled(u"zelX.Op", [] { throw std::bad_alloc(); });
+  handled(u"zelX.Op", [] { throw std::runtime_error("gone"); });
+  handled(u"zelX.Op", [] { throw 1; });
+  EXPECT_THAT(calls, ElementsAre(HasSubstr("|zelX.Op|457||This key is already"),
+                                 HasSubstr("|zelX.Op|7||Out of memory|"), HasSubstr("|zelX.Op|51||gone|"),
+                                 HasSubstr("|zelX.Op|51||Internal error|")));
 }
 
-TEST_F(LogTest, NothingIsRaisedOutOfAnObjectsEnd) {
-  EXPECT_EQ(raisedSource(u"zelFileList.Class_Terminate", Error(5)), "nothing");
-  EXPECT_EQ(raisedSource(u"zelFileList.Class_Terminate", wanted), "nothing");
-  EXPECT_EQ(raisedSource(u"outer", Error(5, u"zelFileList.Class_Terminate", u"d")), "nothing");
-  EXPECT_EQ(raisedSource(u"zelFileList.Terminate", Error(5)), "zelFileList.Terminate");
-  EXPECT_THAT(calls, SizeIs(4));
+TEST_F(LogTest, WhatIsRaisedAgainChainsTheSourcesAndIsLoggedUnlessItIsAModules) {
+  const auto fails = [] { throw Error(9, u"S", u"d"); };
+  const auto module = [&] { chained(u"m.Outer", [&] { chained(u"m.Inner", fails); }); };
+  EXPECT_EQ(raisedError(module), "9|m.Outer::m.Inner::S|d");
+  EXPECT_TRUE(calls.empty());
+
+  const auto inner = [&] { handledAndRaised(u"inner", fails); };
+  EXPECT_EQ(raisedError([&] { handledAndRaised(u"outer", inner); }), "9|outer::inner::S|d");
+  EXPECT_THAT(calls, ElementsAre(HasSubstr("|inner|9|S|d|"), HasSubstr("|outer|9|inner::S|d|")));
+  setUser(u"ConDebug", "2");
+  mLog::resetThreadState();
+  EXPECT_EQ(raisedError(inner), "nothing");
 }
 
-TEST_F(LogTest, DebugModeShowsTheErrorInABox) {
-  setUser(u"ConDebug", "1");
-  mLog::ErrorLog(u"zelX.Find", Error(-2147221503, u"zelX.Check", u"Too long"), u"more");
-  mLog::ErrorLog(u"a", Error(5, u"", u"d"));
-  EXPECT_THAT(dialogs.boxes, ElementsAre("Debug Mode Error Handler (zelUtilities)|"
-                                         "Error:  80040001\r\nSource: zelX.Find::zelX.Check.\r\n"
-                                         "Description: Too long\r\n\r\nMore Info: more",
-                                         "Debug Mode Error Handler (zelUtilities)|"
-                                         "Error:  5\r\nSource: a::.\r\nDescription: d"));
-}
-
-TEST_F(LogTest, ABoxCutsMoreInformationButNotTheDescription) {
-  setUser(u"ConDebug", "1");
-  mLog::ErrorLog(u"a", Error(5, u"", String(5000, u'd')), String(750, u'm'));
-  mLog::ErrorLog(u"a", Error(5, u"", u"d"), String(751, u'm'));
-  const std::string information = "\r\n\r\nMore Info: " + std::string(750, 'm');
-  EXPECT_THAT(dialogs.boxes, ElementsAre(EndsWith(": " + std::string(5000, 'd') + information),
-                                         EndsWith(": d" + information + " ...more... ")));
-}
-
-TEST_F(LogTest, TheModeOfAReportDecidesAboutItsBox) {
-  mLog::AddToErrorLog(u"a", 5, u"", u"d", u"", 1);
-  EXPECT_THAT(dialogs.boxes, SizeIs(1));
-  mLog::AddToErrorLog(u"a", 5, u"", u"d", u"", 0);
-  mLog::AddToErrorLog(u"a", 5, u"", u"d", u"", -1);
-  EXPECT_THAT(dialogs.boxes, SizeIs(1));
+TEST_F(LogTest, NothingIsRaisedAgainOutOfAnObjectsEnd) {
+  const auto raised = [](StringView source, StringView own) {
+    return raisedError([&] { mLog::ErrorLog(source, Error(5, own, u"d"), {}, true); });
+  };
+  EXPECT_EQ(raised(u"zelX.Terminate", u""), "5|zelX.Terminate|d");
+  EXPECT_EQ(raised(u"zelX.Class_Terminate", u"S"), "nothing");
+  EXPECT_EQ(raised(u"outer", u"zelX.Class_Terminate"), "nothing");
   EXPECT_THAT(calls, SizeIs(3));
 }
 
-struct SettingCase {
-  const char* user;
-  const char* machine;
-  std::int32_t value;
-  std::size_t reports;
-};
-
-class LogSetting : public LogTest, public testing::WithParamInterface<SettingCase> {};
-
-TEST_P(LogSetting, IsTheUsersElseTheMachines) {
-  if (GetParam().user) setUser(u"ConTrack", GetParam().user);
-  if (GetParam().machine) setMachine(u"ConTrack", GetParam().machine);
-  mLog::InitConditional();
-  EXPECT_EQ(mLog::threadState().ConTrack, GetParam().value);
-  EXPECT_EQ(mLog::threadState().ConDebug, 0);
-  EXPECT_THAT(calls, SizeIs(GetParam().reports));
+TEST_F(LogTest, DebugModeShowsTheErrorInABoxWithMoreInformationCut) {
+  setUser(u"ConDebug", "1");
+  mLog::ErrorLog(u"zelX.Find", Error(-2147221503, u"zelX.Check", String(5000, u'd')), String(750, u'm'));
+  mLog::ErrorLog(u"a", Error(5, u"", u"d"), String(751, u'm'));
+  mLog::ErrorLog(u"a", Error(5, u"", u"d"));
+  const std::string title = "Debug Mode Error Handler (zelUtilities)|";
+  const std::string information = "\r\n\r\nMore Info: " + std::string(750, 'm');
+  const std::string small = title + "Error:  5\r\nSource: a::.\r\nDescription: d";
+  EXPECT_THAT(boxes,
+              ElementsAre(title + "Error:  80040001\r\nSource: zelX.Find::zelX.Check.\r\nDescription: " +
+                              std::string(5000, 'd') + information,
+                          small + information + " ...more... ", small));
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, LogSetting,
-                         testing::Values(SettingCase{nullptr, nullptr, 0, 0}, SettingCase{"1", "2", 1, 0},
-                                         SettingCase{nullptr, "2", 2, 0}, SettingCase{"-99", "2", 2, 0},
-                                         SettingCase{"0", "2", 0, 0}, SettingCase{"-99", nullptr, 0, 0},
-                                         SettingCase{"yes", "2", 0, 1}, SettingCase{nullptr, "", 0, 1},
-                                         SettingCase{"3000000000", nullptr, 0, 1}));
+TEST_F(LogTest, TheModeOfAReportDecidesAboutItsBox) {
+  for (const std::int32_t mode : {1, 0, -1}) mLog::AddToErrorLog(u"a", 5, u"", u"d", u"", mode);
+  EXPECT_THAT(boxes, SizeIs(1));
+  EXPECT_THAT(calls, SizeIs(3));
+}
 
-TEST_F(LogTest, ASettingThatDoesNotConvertIsReportedOnceWithoutReenteringTheReading) {
+TEST_F(LogTest, ASettingIsTheUsersElseTheMachines) {
+  const char* const none = nullptr;
+  const struct {
+    const char *user, *machine;
+    std::int32_t value;
+    std::size_t reports;
+  } rows[] = {{none, none, 0, 0}, {"1", "2", 1, 0}, {none, "2", 2, 0},
+              {"-99", "2", 2, 0}, {"0", "2", 0, 0}, {"-99", none, 0, 0},
+              {"yes", "2", 0, 1}, {none, "", 0, 1}, {"3000000000", none, 0, 1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
+    memory = {};
+    calls.clear();
+    mLog::resetThreadState();
+    if (row.user) setUser(u"ConTrack", row.user);
+    if (row.machine) setMachine(u"ConTrack", row.machine);
+    mLog::InitConditional();
+    EXPECT_EQ(mLog::threadState().ConTrack, row.value);
+    EXPECT_THAT(calls, SizeIs(row.reports));
+  }
+}
+
+TEST_F(LogTest, SettingsAreReadOncePerThreadAndAFailureReportedOnce) {
   setUser(u"ConDebug", "yes");
+  setMachine(u"ConTrace", "1");
   setUser(u"ConTrack", "7");
-  mLog::ErrorLog(u"first", wanted);
-  mLog::ErrorLog(u"second", wanted);
+  report(u"first");
+  setMachine(u"ConTrace", "2");
+  report(u"second");
   EXPECT_THAT(calls, ElementsAre(HasSubstr("|mLog.InitConditional|13|"), HasSubstr("|first|"),
                                  HasSubstr("|second|")));
-  EXPECT_EQ(mLog::threadState().ConTrack, 7);
-}
-
-TEST_F(LogTest, SettingsAreReadOncePerThread) {
-  setMachine(u"ConTrace", "1");
-  mLog::InitConditional();
-  setMachine(u"ConTrace", "2");
-  mLog::InitConditional();
-  mLog::ErrorLog(u"a", wanted);
   EXPECT_EQ(mLog::threadState().ConTrace, 1);
+  EXPECT_EQ(mLog::threadState().ConTrack, 7);
   std::thread([] {
-    EXPECT_FALSE(mLog::threadState().Initialized);
     mLog::InitConditional();
     EXPECT_EQ(mLog::threadState().ConTrace, 2);
   }).join();
 }
 
-TEST_F(LogTest, TheMachineStoreAloneNamesTheLoggerAtEachReport) {
-  int others = 0;
-  registerObject(u"Acme.Logger", [&] {
-    ++others;
-    return Ref<Object>(make<Recorder>(*this));
-  });
-  setUser(u"ErrorLogger", "Acme.Logger");
-  mLog::ErrorLog(u"a", wanted);
-  EXPECT_EQ(others, 0);
-  setMachine(u"ErrorLogger", "Acme.Logger");
-  mLog::ErrorLog(u"a", wanted);
-  EXPECT_EQ(others, 1);
-  registerObject(u"Acme.Logger", {});
-}
-
-TEST_F(LogTest, WithoutALoggerErrorsStillReachTheBoxAndTracesAreDropped) {
-  setMachine(u"ErrorLogger", "Acme.Missing");
-  setMachine(u"ConDebug", "1");
-  EXPECT_FALSE(mLog::GetErrorLogger());
-  mLog::TraceLog(u"a", u"t", u"m");
-  EXPECT_THAT(dialogs.boxes, IsEmpty());
-  mLog::ErrorLog(u"a", wanted);
-  EXPECT_THAT(dialogs.boxes, SizeIs(1));
-}
-
-TEST_F(LogTest, ALoggerThatFailsIsNotAskedAgainAndNobodyElseIsDisturbed) {
-  inLogger = [] { throw Error(70); };
-  EXPECT_EQ(raisedSource(u"outer", wanted), "outer::S");
-  mLog::TraceLog(u"a", u"t", u"m", true);
-  EXPECT_THAT(calls, SizeIs(2));
-  registerObject(u"zelLog.zelHandler", []() -> Ref<Object> { throw Error(7); });
-  EXPECT_NO_THROW(mLog::ErrorLog(u"a", wanted));
-  EXPECT_THAT(dialogs.boxes, IsEmpty());
-}
-
-TEST_F(LogTest, ALoggerThatFailsIsShownOnceInDebugModeAndSoIsTheError) {
+TEST_F(LogTest, TheMachineStoreAloneNamesTheLoggerAndWithoutOneThereAreBoxesYet) {
   setUser(u"ConDebug", "1");
+  setUser(u"ErrorLogger", "Acme.Logger");
+  report(u"a");
+  setMachine(u"ErrorLogger", "Acme.Logger");
+  report(u"b");
+  mLog::TraceLog(u"b", u"t", u"m");
+  record(u"Acme.Logger");
+  report(u"c");
+  registerObject(u"Acme.Logger", {});
+  EXPECT_THAT(calls, ElementsAre(HasSubstr("|a|"), HasSubstr("|c|")));
+  EXPECT_THAT(boxes, SizeIs(3));
+}
+
+TEST_F(LogTest, ALoggerThatFailsIsShownOnceInDebugModeAndDisturbsNobodyElse) {
   inLogger = [] { throw 1; };
-  mLog::ErrorLog(u"a", wanted);
-  EXPECT_THAT(calls, SizeIs(1));
-  EXPECT_THAT(dialogs.boxes,
-              ElementsAre(HasSubstr("Source: mLog.AddToErrorLog::."), HasSubstr("Source: a::S.")));
+  report(u"a");
+  mLog::TraceLog(u"a", u"t", u"m");
+  EXPECT_TRUE(boxes.empty());
+  setUser(u"ConDebug", "1");
+  mLog::resetThreadState();
+  report(u"b");
+  EXPECT_THAT(boxes, ElementsAre(HasSubstr("Source: mLog.AddToErrorLog::."), HasSubstr("Source: b::S.")));
+  EXPECT_THAT(calls, SizeIs(3));
 }
 
 TEST_F(LogTest, ALoggerThatReportsItselfIsNotReentered) {
-  inLogger = [] { mLog::ErrorLog(u"within", wanted); };
-  mLog::ErrorLog(u"a", wanted);
-  mLog::ErrorLog(u"b", wanted);
+  inLogger = [] { report(u"within"); };
+  report(u"a");
+  report(u"b");
   EXPECT_THAT(calls, ElementsAre(HasSubstr("|a|"), HasSubstr("|b|")));
-}
-
-TEST_F(LogTest, ATraceLineMayBeSetApart) {
-  mLog::TraceLog(u"zelX.Load", u"load", u"12 lines");
-  mLog::TraceLog(u"a", u"", u"m", true);
-  EXPECT_THAT(calls, ElementsAre("TraceMessage|zelUtilities|1.2.0|zelX.Load|load|12 lines",
-                                 "TraceMessage|SkipLine||||", "TraceMessage|zelUtilities|1.2.0|a||m"));
 }
 
 std::int32_t trackedCount(StringView name) {
   return toLong(mLog::threadState().TrackedCounts->Item(String(name)));
 }
 
-TEST_F(LogTest, LiveObjectsAreCountedByClass) {
-  setUser(u"ConTrack", "1");
+TEST_F(LogTest, LiveObjectsAreCountedByClassWhenAskedFor) {
   mLog::TrackerIncr(u"zelFileList");
+  EXPECT_FALSE(mLog::threadState().TrackedNames);
+  setUser(u"ConTrack", "1");
+  mLog::resetThreadState();
+  for (const StringView name : {u"zelFileList", u"zelFileList", u"zelFileFilters"}) mLog::TrackerIncr(name);
   EXPECT_THAT(calls, ElementsAre("TraceMessage|zelUtilities|1.2.0|zelFileList|********************|"
                                  "First call to tracked object"));
-  mLog::TrackerIncr(u"zelFileList");
-  mLog::TrackerIncr(u"zelFileFilters");
-  mLog::TrackerDecr(u"zelFileList");
-  mLog::TrackerDecr(u"zelFileFilters");
-  mLog::TrackerDecr(u"zelFileFilters");
+  for (const StringView name : {u"zelFileList", u"zelFileFilters", u"zelFileFilters"})
+    mLog::TrackerDecr(name);
   EXPECT_EQ(trackedCount(u"zelFileList"), 1);
   EXPECT_EQ(trackedCount(u"zelFileFilters"), -1);
   EXPECT_EQ(mLog::threadState().TrackedNames->Count(), 2);
-  EXPECT_THAT(calls, SizeIs(1));
 }
 
 TEST_F(LogTest, ACountThatCannotBeChangedIsReportedAndKept) {
-  mLog::TrackerIncr(u"zelFileList");  // not asked for yet
-  EXPECT_FALSE(mLog::threadState().TrackedNames);
-  mLog::resetThreadState();
   setUser(u"ConTrack", "1");
   mLog::TrackerIncr(u"zelFileList");
   mLog::TrackerDecr(u"zelFileFilters");
@@ -228,12 +192,12 @@ TEST_F(LogTest, ACountThatCannotBeChangedIsReportedAndKept) {
 TEST_F(LogTest, AWatchSeesReportsOfItsThreadWhileItLives) {
   std::vector<std::string> seen;
   {
-    const ErrorWatch watch([&](const ErrorReport& report) { seen.push_back(toUtf8(report.source)); });
+    const ErrorWatch watch([&](const ErrorReport& told) { seen.push_back(toUtf8(told.source)); });
     const ErrorWatch failing([](const ErrorReport&) { throw 1; });
-    mLog::ErrorLog(u"a", wanted);
-    std::thread([] { mLog::ErrorLog(u"elsewhere", wanted); }).join();
+    report(u"a");
+    std::thread([] { report(u"elsewhere"); }).join();
   }
-  mLog::ErrorLog(u"b", wanted);
+  report(u"b");
   EXPECT_THAT(seen, ElementsAre("a"));
   EXPECT_THAT(calls, SizeIs(3));
 }
