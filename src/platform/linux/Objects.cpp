@@ -2,6 +2,7 @@
 
 #include "platform/ObjectTable.h"
 #include "platform/linux/FileSystemObject.h"
+#include "platform/linux/XmlDocument.h"
 
 namespace zelUtilities {
 
@@ -12,6 +13,7 @@ class LinuxObjects : public Objects {
  public:
   LinuxObjects() {
     registerStandIn(u"Scripting.FileSystemObject", [] { return Ref<Object>(new FileSystemObject); });
+    registerXmlDocument();
   }
 
   Ref<Object> create(StringView progId) override {

@@ -108,6 +108,17 @@ long ForeignObject::idOf(StringView name) const {
   return id;
 }
 
+// An enumerator may have members too and be a ForeignObject elsewhere; here it is asked for as what it is.
+static Variant enumeratorIn(const VARIANT& result) {
+  const bool isObject = (result.vt == VT_UNKNOWN || result.vt == VT_DISPATCH) && result.punkVal;
+  IEnumVARIANT* items = nullptr;
+  if (!isObject || result.punkVal->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items)) < 0)
+    return fromSystem(result);
+  const Ref<Object> enumerator = make<ForeignEnumerator>(items);
+  items->Release();
+  return enumerator;
+}
+
 Variant ForeignObject::Invoke(StringView name, InvokeKind kind, std::span<Variant> arguments) {
   const Ref<Object> alive(this);  // the call may let go of us
   const bool isPut = kind == InvokeKind::Put || kind == InvokeKind::PutRef;
@@ -133,7 +144,7 @@ Variant ForeignObject::Invoke(StringView name, InvokeKind kind, std::span<Varian
   if (code < 0) raiseComError(code, &exception);
   try {
     passed.writeBack();
-    Variant answer = fromSystem(result);
+    Variant answer = id == DISPID_NEWENUM ? enumeratorIn(result) : fromSystem(result);
     VariantClear(&result);
     return answer;
   } catch (...) {

@@ -1,0 +1,72 @@
+// LateBound: an object as a script uses it, for tests.
+//
+//   LateBound document = LateBound::create(u"MSXML.DOMDocument");
+//   EXPECT_EQ(document.object(u"documentElement").text(u"nodeName"), u"a");
+#pragma once
+
+#include <vector>
+
+#include "automation/Conversions.h"
+#include "automation/Enumerator.h"
+#include "automation/Error.h"
+#include "automation/Variant.h"
+#include "platform/Objects.h"
+
+namespace zelUtilities {
+
+class LateBound {
+ public:
+  LateBound() = default;  // nothing
+  explicit LateBound(Ref<Object> object) : object_(std::move(object)) {}
+  explicit LateBound(const Variant& value) : object_(value.isObject() ? value.object() : nullptr) {}
+  static LateBound create(StringView progId) { return LateBound(createObject(progId)); }
+
+  // Calls a method or reads a property.
+  template <class... A>
+  Variant operator()(StringView name, const A&... arguments) const {
+    if (!object_) throw Error(ErrorNumber::ObjectNotSet);
+    std::vector<Variant> values{passed(arguments)...};
+    return object_->Invoke(name, InvokeKind::MethodOrGet, values);
+  }
+  template <class... A>
+  LateBound object(StringView name, const A&... arguments) const {
+    return LateBound((*this)(name, arguments...));
+  }
+  template <class... A>
+  String text(StringView name, const A&... arguments) const {
+    return toText((*this)(name, arguments...));
+  }
+  template <class... A>
+  std::int32_t number(StringView name, const A&... arguments) const {
+    return toLong((*this)(name, arguments...));
+  }
+  template <class... A>
+  bool isTrue(StringView name, const A&... arguments) const {
+    return toBoolean((*this)(name, arguments...));
+  }
+  void put(StringView name, const Variant& value) const {
+    Variant values[] = {value};
+    object_->Invoke(name, InvokeKind::Put, values);
+  }
+
+  bool isNothing() const { return !object_; }
+  const Ref<Object>& get() const { return object_; }
+  std::vector<LateBound> items() const {
+    std::vector<LateBound> found;
+    const Ref<Enumerator> walk = objectCast<Enumerator>((*this)(u"NewEnum").object());
+    if (!walk) throw Error(ErrorNumber::ObjectNotSet);
+    for (Variant item; walk->next(item);) found.emplace_back(item);
+    return found;
+  }
+
+ private:
+  template <class T>
+  static Variant passed(const T& value) {
+    return value;
+  }
+  static Variant passed(const LateBound& value) { return value.object_; }
+
+  Ref<Object> object_;
+};
+
+}  // namespace zelUtilities
