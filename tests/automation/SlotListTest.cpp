@@ -30,15 +30,12 @@ class Checked {
     list_.remove(model_[position].get());
     model_.erase(model_.begin() + static_cast<std::ptrdiff_t>(position));
   }
-  void clear() {
-    list_.clear();
-    model_.clear();
-  }
+  void clear() { list_.clear(), model_.clear(); }
   void stepCursors() {
     if (cursors_.size() < 6) cursors_.push_back({List::Cursor(list_), 0});
-    const Walk& some = *std::next(cursors_.begin(), static_cast<std::ptrdiff_t>(below(cursors_.size())));
+    const Walk& some = *anyCursor();
     cursors_.push_back({List::Cursor(some.cursor), some.lastId});
-    cursors_.erase(std::next(cursors_.begin(), static_cast<std::ptrdiff_t>(below(cursors_.size()))));
+    cursors_.erase(anyCursor());
     for (Walk& walk : cursors_) {
       if (below(50) == 0) walk.cursor.reset(), walk.lastId = 0;
       if (below(2) == 0) check(walk);
@@ -61,6 +58,9 @@ class Checked {
     int lastId;
   };
 
+  std::list<Walk>::iterator anyCursor() {
+    return std::next(cursors_.begin(), static_cast<std::ptrdiff_t>(below(cursors_.size())));
+  }
   void check(Walk& walk) {
     const auto next = std::find_if(model_.begin(), model_.end(),
                                    [&](const auto& element) { return element->id > walk.lastId; });
@@ -75,27 +75,24 @@ class Checked {
   std::list<Walk> cursors_;
 };
 
-enum class From { Front, Back, Anywhere };
+enum From { Front, Back, Anywhere };
+class SlotListTest : public testing::TestWithParam<From> {};
 
-void churn(From from) {
-  Checked list(static_cast<std::uint32_t>(from) + 1);
-  for (int step = 0; step < 6000 && !testing::Test::HasFatalFailure(); ++step) {
+TEST_P(SlotListTest, KeepsOrderAndCursorsWhileElementsAreRemoved) {
+  Checked list(GetParam() + 1U);
+  for (int step = 0; step < 6000 && !HasFatalFailure(); ++step) {
     const bool growing = step % 600 < 330;
-    if (list.size() == 0 || list.below(10) < (growing ? 7U : 2U)) {
+    const std::size_t last = list.size() - 1;
+    if (list.size() == 0 || list.below(10) < (growing ? 7U : 2U))
       list.append();
-    } else {
-      const std::size_t last = list.size() - 1;
-      list.remove(from == From::Front ? 0 : from == From::Back ? last : list.below(last + 1));
-    }
+    else
+      list.remove(GetParam() == Front ? 0 : GetParam() == Back ? last : list.below(last + 1));
     if (step % 1700 == 1699) list.clear();
     if (step % 3 == 0) list.stepCursors();
     if (step % 5 == 0) list.check();
   }
 }
-
-TEST(SlotList, KeepsOrderAndCursorsWhileTheFrontIsRemoved) { churn(From::Front); }
-TEST(SlotList, KeepsOrderAndCursorsWhileTheBackIsRemoved) { churn(From::Back); }
-TEST(SlotList, KeepsOrderAndCursorsWhileAnyIsRemoved) { churn(From::Anywhere); }
+INSTANTIATE_TEST_SUITE_P(Removed, SlotListTest, testing::Values(Front, Back, Anywhere));
 
 }  // namespace
 }  // namespace zelUtilities
