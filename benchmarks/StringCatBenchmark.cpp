@@ -1,11 +1,10 @@
 // What does appending cost, per piece and per character, and does it stay so as the text grows? Beside it the
-// standard string and QString, which do the same without a stated capacity.
+// standard string and QString, which do the same without a stated capacity. And what do replacing and finding
+// cost per match and per character?
 //
-// Times are CPU time per piece, the result's length and a few characters are checked.
-#include <benchmark/benchmark.h>
-
-#include <stdexcept>
-
+// Times are CPU time per item. Each case runs once beforehand, since the first program to touch a machine's
+// memory pays more for it than all later ones.
+#include "Measure.h"
 #include "text/zelStringCat.h"
 
 #if HAVE_QT5
@@ -15,22 +14,16 @@
 namespace {
 
 using namespace zelUtilities;
+using zelBenchmarks::countItems;
+using zelBenchmarks::require;
 
-constexpr std::int64_t pieces = 10'000'000;
 constexpr StringView alphabet = u"abcdefghijklmnopqrstuvwxyz012345abcdefghijklmnopqrstuvwxyz012345";
-
-void require(bool right) {
-  if (!right) throw std::logic_error("wrong result");
-}
 
 struct Builder {
   zelStringCat text;
   void append(StringView piece) { text.ConcatenatePart(piece); }
   std::size_t size() const { return text.text().size(); }
   char16_t at(std::size_t position) const { return text.text()[position]; }
-};
-struct Joiner : Builder {
-  void append(StringView piece) { text.Concatenate(piece); }
 };
 struct Standard {
   std::u16string text;
@@ -49,91 +42,84 @@ struct Qt {
 };
 #endif
 
-// Argument: characters of a piece.
 template <class Text>
-void AppendPieces(benchmark::State& state) {
-  const auto units = static_cast<std::size_t>(state.range(0));
-  for (auto _ : state) {
-    Text text;
-    for (std::int64_t i = 0; i < pieces; ++i) text.append(alphabet.substr(i & 15, units));
-    require(text.size() == units * pieces);
-    require(text.at(units * 17) == alphabet[1] &&
-            text.at(text.size() - 1) == alphabet[((pieces - 1) & 15) + units - 1]);
-  }
-  state.SetItemsProcessed(state.iterations() * pieces);
+void build(std::int64_t pieces, std::size_t units) {
+  Text text;
+  for (std::int64_t i = 0; i < pieces; ++i) text.append(alphabet.substr(i & 15, units));
+  require(text.size() == units * static_cast<std::size_t>(pieces), "length");
+  require(text.at(units) == alphabet[1] && text.at(units * 2 - 1) == alphabet[units], "second piece");
+  require(text.at(text.size() - 1) == alphabet[static_cast<std::size_t>((pieces - 1) & 15) + units - 1],
+          "end");
 }
 
-// Argument: characters of the whole text, in pieces of 8.
+// Sizes are pieces; an item is a piece.
 template <class Text>
-void AppendUpTo(benchmark::State& state) {
-  const std::int64_t count = state.range(0) / 8;
-  for (auto _ : state) {
-    Text text;
-    for (std::int64_t i = 0; i < count; ++i) text.append(alphabet.substr(i & 15, 8));
-    require(text.size() == static_cast<std::size_t>(count) * 8);
-  }
-  state.SetItemsProcessed(state.iterations() * count * 8);
+void appendPieces(benchmark::State& state, std::size_t units) {
+  build<Text>(state.range(0), units);
+  for (auto _ : state) build<Text>(state.range(0), units);
+  countItems(state, state.range(0));
 }
 
-// Argument: matches, one in ten characters, each replaced by a longer text.
-void ReplaceMany(benchmark::State& state) {
-  const auto matches = static_cast<std::size_t>(state.range(0));
+// Sizes are characters; an item is a character, appended in pieces of 8.
+template <class Text>
+void appendCharacters(benchmark::State& state) {
+  build<Text>(state.range(0) / 8, 8);
+  for (auto _ : state) build<Text>(state.range(0) / 8, 8);
+  countItems(state, state.range(0));
+}
+
+// Sizes are matches, one in ten characters; an item is a match, replaced by a longer text.
+void replace(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     zelStringCat text;
-    for (std::size_t i = 0; i < matches; ++i) text.ConcatenatePart(u"0123456<&>");
+    for (std::int64_t i = 0; i < state.range(0); ++i) text.ConcatenatePart(u"0123456<&>");
     state.ResumeTiming();
     text.Replace(u"<&", u"[[&]]");
-    require(text.length() == static_cast<std::int32_t>(matches * 13));
+    require(text.length() == state.range(0) * 13, "length");
   }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
+  countItems(state, state.range(0));
 }
 
-// Argument: characters searched through before the match.
-void FindBinary(benchmark::State& state) {
+// Sizes are characters searched through; an item is a character.
+void find(benchmark::State& state, StringView sought, std::int32_t compareMethod) {
   zelStringCat text;
   while (text.length() < state.range(0)) text.ConcatenatePart(alphabet);
   text.ConcatenatePart(u"a-b");
-  for (auto _ : state) require(text.Find(u"a-b") == text.length() - 2);
-  state.SetItemsProcessed(state.iterations() * text.length());
-}
-void FindIgnoringCase(benchmark::State& state) {
-  zelStringCat text;
-  while (text.length() < state.range(0)) text.ConcatenatePart(alphabet);
-  text.ConcatenatePart(u"a-b");
-  for (auto _ : state) require(text.Find(u"A-B", 1, zelStringCat::textCompare) == text.length() - 2);
-  state.SetItemsProcessed(state.iterations() * text.length());
+  for (auto _ : state) require(text.Find(sought, 1, compareMethod) == text.length() - 2, "position");
+  countItems(state, state.range(0));
 }
 
-// Warmed up, since the first program to touch a machine's memory pays more for it than all later ones.
-#define PIECES(Text)                     \
-  BENCHMARK_TEMPLATE(AppendPieces, Text) \
-      ->Arg(8)                           \
-      ->Arg(32)                          \
-      ->MinWarmUpTime(2)                 \
-      ->MinTime(2)                       \
-      ->Unit(benchmark::kMillisecond)
-#define UP_TO(Text)                    \
-  BENCHMARK_TEMPLATE(AppendUpTo, Text) \
-      ->RangeMultiplier(10)            \
-      ->Range(10'000, 100'000'000)     \
-      ->Arg(200'000'000)               \
-      ->MinWarmUpTime(1)               \
-      ->Unit(benchmark::kMillisecond)
+template <class Text>
+void registerAppending(const std::string& who) {
+  using benchmark::RegisterBenchmark;
+  for (const std::size_t units : {8U, 32U}) {
+    const std::string name = "append pieces/of " + std::to_string(units) + "/" + who;
+    RegisterBenchmark(name.c_str(), [units](benchmark::State& state) { appendPieces<Text>(state, units); })
+        ->Arg(10'000'000)
+        ->Unit(benchmark::kMillisecond);
+  }
+  RegisterBenchmark(("append characters/in pieces of 8/" + who).c_str(), appendCharacters<Text>)
+      ->RangeMultiplier(10)
+      ->Range(1'000'000, 100'000'000)
+      ->Arg(200'000'000)
+      ->Unit(benchmark::kMillisecond);
+}
 
-PIECES(Builder);
-PIECES(Joiner);
-PIECES(Standard);
+const bool registered = [] {
+  registerAppending<Builder>("zel");
+  registerAppending<Standard>("std");
 #if HAVE_QT5
-PIECES(Qt);
+  registerAppending<Qt>("qt");
 #endif
-UP_TO(Builder);
-UP_TO(Standard);
-#if HAVE_QT5
-UP_TO(Qt);
-#endif
-BENCHMARK(ReplaceMany)->RangeMultiplier(10)->Range(1'000, 1'000'000);
-BENCHMARK(FindBinary)->Arg(1'000'000);
-BENCHMARK(FindIgnoringCase)->Arg(1'000'000);
+  benchmark::RegisterBenchmark("replace/1 in 10/zel", replace)->RangeMultiplier(10)->Range(1'000, 1'000'000);
+  benchmark::RegisterBenchmark("find/as written/zel", [](benchmark::State& state) {
+    find(state, u"a-b", zelStringCat::binaryCompare);
+  })->Arg(1'000'000);
+  benchmark::RegisterBenchmark("find/any case/zel", [](benchmark::State& state) {
+    find(state, u"A-B", zelStringCat::textCompare);
+  })->Arg(1'000'000);
+  return true;
+}();
 
 }  // namespace

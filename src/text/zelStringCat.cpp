@@ -48,6 +48,17 @@ std::size_t countMatches(const TextSearch& search, StringView text, std::size_t 
   return count;
 }
 
+// Two moves of a fixed size, which may overlap.
+template <std::size_t units>
+void copyEnds(char16_t* to, const char16_t* from, std::size_t count) {
+  char16_t first[units];
+  char16_t last[units];
+  std::memcpy(first, from, sizeof first);
+  std::memcpy(last, from + count - units, sizeof last);
+  std::memcpy(to, first, sizeof first);
+  std::memcpy(to + count - units, last, sizeof last);
+}
+
 // Moves the text to the front of `to` and gives the place behind it.
 char16_t* move(char16_t* to, StringView text) {
   if (to != text.data() && !text.empty()) std::memmove(to, text.data(), text.size() * sizeof(char16_t));
@@ -86,6 +97,18 @@ void zelStringCat::ConcatenateCRLF(StringView sSource) {
 void zelStringCat::raiseFromConcatenate() {
   // Sic, without the first "t": this is the source that clients find in the error.
   throw currentError().withSource(u"zelSringCat.Concatenate");
+}
+
+void zelStringCat::copyUnits(char16_t* to, const char16_t* from, std::size_t count) {
+  if (count > 16) {
+    std::memcpy(to, from, count * sizeof(char16_t));
+  } else if (count >= 8) {
+    copyEnds<8>(to, from, count);
+  } else if (count >= 4) {
+    copyEnds<4>(to, from, count);
+  } else {
+    for (std::size_t i = 0; i < count; ++i) to[i] = from[i];
+  }
 }
 
 void zelStringCat::appendGrowing(StringView text) {

@@ -129,6 +129,18 @@ TEST(StringCat, ALongTextKeepsEveryCharacter) {
   for (std::size_t i = 0; i < text.size(); i += 33) ASSERT_EQ(text[i], static_cast<char16_t>(i / 100));
 }
 
+TEST(StringCat, PiecesOfAnyLengthArriveWholeAndTouchNothingElse) {
+  String expected;
+  for (char16_t i = 0; i < 64; ++i) expected += static_cast<char16_t>(u'A' + i);
+  for (std::size_t length = 0; length <= expected.size(); ++length) {
+    zelStringCat builder;
+    builder.ConcatenatePart(u"<");
+    builder.ConcatenatePart(StringView(expected).substr(0, length));
+    builder.ConcatenatePart(StringView(expected).substr(length));
+    ASSERT_EQ(builder.Complete(), u"<" + expected) << length;
+  }
+}
+
 // Finding
 
 TEST(StringCat, FindGivesThePositionAtOrAfterTheStart) {
