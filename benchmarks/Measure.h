@@ -30,22 +30,22 @@ inline void countItems(benchmark::State& state, std::int64_t itemsOfAnIteration)
 }
 
 struct Footprint {
-  double allocated = 0;  // bytes the allocator has given out, its own headers included
-  double resident = 0;   // bytes the process has grown by
+  double allocated = 0;  // bytes from the allocator, its own headers included; not memory mapped past it
+  double touched = 0;    // bytes of the pages written to and not given back
 };
 
 inline Footprint footprintNow() {
   const auto used = mallinfo2();
-  std::ifstream file("/proc/self/statm");
-  double total = 0;
-  double resident = 0;
-  file >> total >> resident;
-  return {static_cast<double>(used.uordblks + used.hblkhd),
-          resident * static_cast<double>(sysconf(_SC_PAGESIZE))};
+  std::ifstream file("/proc/self/smaps_rollup");
+  std::string word;
+  double kilobytes = 0;
+  while (file >> word && word != "Private_Dirty:") continue;
+  file >> kilobytes;
+  return {static_cast<double>(used.uordblks + used.hblkhd), kilobytes * 1024};
 }
 
-// What the thing that build() returns takes, measured in a child process, so that memory freed earlier
-// does not count.
+// What the thing that build() returns takes, measured in a child process: there every page is written to
+// for the first time, those of memory freed earlier too.
 template <class Build>
 Footprint footprintOf(const Build& build) {
   malloc_trim(0);
@@ -58,7 +58,7 @@ Footprint footprintOf(const Build& build) {
     const Footprint before = footprintNow();
     const auto built = build();
     const Footprint after = footprintNow();
-    const Footprint grown{after.allocated - before.allocated, after.resident - before.resident};
+    const Footprint grown{after.allocated - before.allocated, after.touched - before.touched};
     const bool written = write(ends[1], &grown, sizeof grown) == sizeof grown;
     _exit(written ? 0 : 1);
   }
@@ -72,14 +72,15 @@ Footprint footprintOf(const Build& build) {
   return grown;
 }
 
-// Adds the counters bytes and rss, per item; measured once for each name.
+// Adds the counters bytes (what a client's process grows by) and allocated, per item; measured once for
+// each name.
 template <class Build>
 void countBytes(benchmark::State& state, const std::string& name, double items, const Build& build) {
   static std::map<std::string, Footprint> measured;
   auto found = measured.find(name);
   if (found == measured.end()) found = measured.emplace(name, footprintOf(build)).first;
-  state.counters["bytes"] = found->second.allocated / items;
-  state.counters["rss"] = found->second.resident / items;
+  state.counters["bytes"] = found->second.touched / items;
+  state.counters["allocated"] = found->second.allocated / items;
 }
 
 // Runs the body outside the timing, then gives freed memory back, so that every iteration starts with

@@ -56,7 +56,7 @@ def medians(entries):
         if entry.get("run_type") == "aggregate" or len(parts) != 4 or "per_item" not in entry:
             continue
         question, shape, who, size = parts
-        for counter in ("per_item", "bytes", "rss"):
+        for counter in ("per_item", "bytes"):
             if counter in entry:
                 values[question, shape, int(size), who, counter].append(entry[counter])
     table = collections.defaultdict(lambda: collections.defaultdict(dict))
