@@ -1,0 +1,59 @@
+' Calls of every kind, as a VBScript client writes them.
+Option Explicit
+Dim list, node, other, item, keys, xml, cat, at, pair
+
+Set list = CreateObject("zelUtilities.zelNodeList")
+list.CreateColumn "A", "First"
+list.CreateColumn "B", "Second", , 8
+Equal list.Columns.Count, 2, "left-out optional arguments"
+Equal list.Columns("B").Name, "Second", "surplus arguments reach the default member"
+Equal list.Columns("B").CellType, 8, "an argument after a left-out one"
+
+Set node = list.Create("", "k1", "One", 42)
+Set other = list.Create("k1", "k2", "Two")
+Equal list.Count, 2, "Count"
+Equal LIST.count, 2, "names in any letter case"
+Equal node Is list.Item("k1"), True, "identity"
+Equal node Is list("k2"), False, "identity of another"
+Equal other.Parent Is node, True, "identity through a property"
+Equal list("none") Is Nothing, True, "Nothing"
+node.Cells("A").Value = 5.5
+Equal node.Cells("A").Value, 5.5, "a cell"
+node.Tag = Null
+Equal IsNull(node.Tag), True, "Null"
+node.Tag = Empty
+Equal IsEmpty(node.Tag), True, "Empty"
+node.Tag = CDate("2024-02-29")
+Equal VarType(node.Tag), 7, "a date stays a date"
+node.Tag = CCur(1.25)
+Equal VarType(node.Tag), 6, "a currency stays a currency"
+Set node.Tag = other
+Equal node.Tag Is other, True, "an object assigned by reference"
+node.Tag = Array(1, "two")
+pair = node.Tag
+Equal pair(1), "two", "an array"
+
+keys = ""
+For Each item In list
+  For Each other In list.RootNodes
+    keys = keys & item.Key & other.Key & " "
+  Next
+Next
+Equal keys, "k1k1 k2k1 ", "two enumerations at once"
+
+at = 0
+For Each item In list
+  at = at + 1
+  If at < 5 Then list.Create "", "new" & at, ""
+Next
+Equal list.Count, 6, "a list that grows while it is enumerated"
+
+Set xml = CreateObject("zelUtilities.zelXML")
+Equal xml.zel_ToXML("a<b"), "a&lt;b", "a global operation"
+Set cat = CreateObject("zelUtilities.zelStringCat")
+cat.Separator = ","
+cat.Concatenate "a"
+cat.Concatenate "b"
+Equal cat.Complete(), "a,b", "another class"
+Equal cat.length, 3, "a read-only property"
+Finished
