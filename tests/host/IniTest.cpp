@@ -1,148 +1,99 @@
 #include <gmock/gmock.h>
 
-#include <sstream>
-
-#include "host/Program.h"
+#include "host/Command.h"
 #include "library/Library.h"
-#include "platform/Files.h"
 #include "support/FailingFiles.h"
 
 namespace zelUtilities {
 namespace {
 
-using testing::HasSubstr;
-
 constexpr char settings[] =
-    "; written by hand\r\n"
-    "top = 1\r\n"
-    "\r\n"
-    "[Paths]\r\n"
-    "Home = C:\\Data\r\n"
-    "Gr\xF6\xDF"
-    "e=4\r\n"
-    "Empty=\r\n"
-    "no equals sign\r\n"
-    "[Other]\r\n"
-    "Home=elsewhere\r\n";
+    "; written by hand\r\ntop = 1\r\n\r\n"
+    "[Paths]\r\nHome = C:\\Data\r\nGr\xF6\xDF"
+    "e=4\r\nEmpty=\r\nno equals sign\r\n"
+    "[Other]\r\nHome=elsewhere\r\n";
 
 // Settings files through the real node list.
 class ZelIni : public testing::Test {
  protected:
-  ZelIni() {
-    if (files().fileExists(file)) files().remove(file, true);
-    write(settings);
-  }
-  ~ZelIni() override {
-    if (files().fileExists(file)) files().remove(file, true);
-  }
+  ZelIni() { write(settings); }
+  ~ZelIni() override { remove(); }
 
-  void write(std::string_view contents) { files().replaceWhole(file, contents); }
-  std::string contents() { return files().readWhole(file); }
-
-  int run(std::vector<String> arguments) {
-    std::ostringstream out, err;
-    arguments.insert(arguments.begin(), u"ini");
-    const int code = host::runProgram(arguments, library(), out, err);
-    printed = out.str();
-    complaint = err.str();
-    return code;
+  void remove() {
+    if (files().fileExists(u"f.ini")) files().remove(u"f.ini", true);
   }
-  // A command that fails with a message and leaves the file as it was.
-  void expectRefused(const std::vector<String>& arguments, const std::string& message) {
-    const std::string before = contents();
-    EXPECT_EQ(run(arguments), 1);
-    EXPECT_THAT(complaint, HasSubstr(message));
-    EXPECT_EQ(printed, "");
-    EXPECT_EQ(contents(), before);
+  void write(std::string_view contents) {
+    remove();
+    files().replaceWhole(u"f.ini", contents);
   }
-
-  const String file = u"zel-ini-test.ini";
-  std::string printed;
-  std::string complaint;
+  std::string ini(const std::string& line) { return run(library(), "ini " + line); }
+  // A command that fails with this message and leaves the file as it was.
+  void expectRefused(const std::string& line, const std::string& message) {
+    const std::string before = files().readWhole(u"f.ini");
+    EXPECT_EQ(ini(line), "1||zel: f.ini " + message + "\n");
+    EXPECT_EQ(files().readWhole(u"f.ini"), before);
+  }
 };
 
-TEST_F(ZelIni, ListsSectionsAndEntries) {
-  EXPECT_EQ(run({u"list", file}), 0);
-  EXPECT_EQ(printed,
-            "top = 1\n[Paths]\nHome = C:\\Data\nGr\xC3\xB6\xC3\x9F"
-            "e=4\nEmpty=\n[Other]\nHome=elsewhere\n");
-  EXPECT_EQ(complaint, "");
-}
-
-TEST_F(ZelIni, GetsAValueAsTheFileHasIt) {
-  EXPECT_EQ(run({u"get", file, u"paths", u"HOME"}), 0);
-  EXPECT_EQ(printed, " C:\\Data\n");
-  EXPECT_EQ(run({u"get", file, u"", u"top"}), 0);
-  EXPECT_EQ(printed, " 1\n");
-  EXPECT_EQ(run({u"get", file, u"Paths", u"Empty"}), 0);
-  EXPECT_EQ(printed, "\n");
-}
-
-TEST_F(ZelIni, WhatIsNoEntryIsNotGot) {
-  expectRefused({u"get", file, u"Paths", u"Missing"}, "has no \"Missing\" in the section [Paths]");
-  expectRefused({u"get", file, u"Missing", u"Home"}, "has no \"Home\" in the section [Missing]");
-  expectRefused({u"get", file, u"Paths", u""}, "has no \"\"");
-  expectRefused({u"get", file, u"Paths", u"no equals sign"}, "has no \"no equals sign\"");
+TEST_F(ZelIni, ListsEntriesAndGetsTheirValuesAsTheFileHasThem) {
+  EXPECT_EQ(ini("list f.ini"),
+            "0|top = 1\n[Paths]\nHome = C:\\Data\nGr\u00F6\u00DFe=4\nEmpty=\n[Other]\nHome=elsewhere\n|");
+  EXPECT_EQ(ini("get f.ini paths HOME"), "0| C:\\Data\n|");
+  EXPECT_EQ(ini("get f.ini \"\" top"), "0| 1\n|");
+  EXPECT_EQ(ini("get f.ini Paths Empty"), "0|\n|");
 }
 
 TEST_F(ZelIni, SetChangesTheValueAndNothingElse) {
-  EXPECT_EQ(run({u"set", file, u"Paths", u"Gr\u00F6\u00DFe", u"\u00FC=7"}), 0);
-  EXPECT_EQ(complaint, "");
+  EXPECT_EQ(ini("set f.ini Paths Gr\u00F6\u00DFe \u00FC=7"), "0||");
   std::string expected = settings;
   expected.replace(expected.find("e=4"), 3, "e=\xFC=7");
-  EXPECT_EQ(contents(), expected);
+  EXPECT_EQ(files().readWhole(u"f.ini"), expected);
 }
 
-TEST_F(ZelIni, SetOfAnUnknownNameSaysSoAndChangesNothing) {
-  expectRefused({u"set", file, u"Paths", u"Missing", u"x"},
-                "has no \"Missing\" in the section [Paths]; nothing is changed");
-  expectRefused({u"set", file, u"Paths", u"no equals sign", u"x"}, "nothing is changed");
-  expectRefused({u"set", file, u"Paths", u"", u"x"}, "nothing is changed");
+TEST_F(ZelIni, WhatIsNoEntryIsNeitherGotNorSet) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"Paths Missing", "\"Missing\" in the section [Paths]"},
+      {"Missing Home", "\"Home\" in the section [Missing]"},
+      {"Paths \"\"", "\"\" in the section [Paths]"},
+      {"Paths \"no equals sign\"", "\"no equals sign\" in the section [Paths]"}};
+  for (const auto& [entry, what] : rows) {
+    expectRefused("get f.ini " + entry, "has no " + what);
+    expectRefused("set f.ini " + entry + " x", "has no " + what + "; nothing is changed");
+  }
+  write("");
+  expectRefused("set f.ini Paths Home x", "has no \"Home\" in the section [Paths]; nothing is changed");
 }
 
-TEST_F(ZelIni, SetRefusesAValueThatTheFileCannotHold) {
-  expectRefused({u"set", file, u"Paths", u"Home", u"a\nb"}, "a value cannot hold a line end");
-  expectRefused({u"set", file, u"Paths", u"Home", u"\u4E2D"}, "code page");
-}
-
-TEST_F(ZelIni, SetRefusesAFileThatSavingWouldCutShort) {
-  write("[A]\r\nx=1\r\nx=2\r\n");
-  expectRefused({u"set", file, u"A", u"x", u"3"}, "repeats");
-  write("[A]\r\nx=1\r\n; -\r\n; -\r\n");
-  expectRefused({u"set", file, u"A", u"x", u"3"}, "repeats");
-  write("[A]\r\nx=1\r\n[a]\r\ny=1\r\n");
-  expectRefused({u"set", file, u"A", u"x", u"3"}, "repeats");
+TEST_F(ZelIni, SetRefusesWhereSomethingWouldBeLost) {
+  expectRefused("set f.ini Paths Home \"a\nb\"", "is left as it is: a value cannot hold a line end");
+  expectRefused("set f.ini Paths Home \u4E2D",
+                "is left as it is: the value has characters that the file's code page has not");
   write("x=1\ny=2\nz=3\n");
-  expectRefused({u"set", file, u"", u"x", u"3"}, "do not end in CR LF");
+  expectRefused("set f.ini \"\" x 3", "is left as it is: its lines do not end in CR LF");
+  for (const char* lines : {"x=2", "; -\r\n; -", "[a]\r\ny=1"}) {
+    write("[A]\r\nx=1\r\n" + std::string(lines) + "\r\n");
+    expectRefused(
+        "set f.ini A x 3",
+        "is left as it is: it repeats sections, names or comments, of which saving would keep but one");
+  }
+}
+
+TEST_F(ZelIni, AReadOnlyFileAndAFullDiskAreToldAndLeaveTheFile) {
+  const auto told = testing::EndsWith("\nzel: f.ini could not be written\n");
+  files().setAttributes(u"f.ini", FileAttribute::ReadOnly);
+  EXPECT_THAT(ini("set f.ini Paths Home x"), told);
+  files().setAttributes(u"f.ini", FileAttribute::Normal);
+  FailingFiles disk("replaceWhole", ErrorNumber::DiskFull);
+  const Replaced<Files> replaced(disk);
+  EXPECT_THAT(ini("set f.ini Paths Home x"), told);
+  EXPECT_EQ(files().readWhole(u"f.ini"), settings);
 }
 
 TEST_F(ZelIni, AFileThatCannotBeReadIsToldAndNotCreated) {
-  files().remove(file);
-  for (const std::vector<String>& command : std::vector<std::vector<String>>{
-           {u"list", file}, {u"get", file, u"a", u"b"}, {u"set", file, u"a", u"b", u"c"}}) {
-    EXPECT_EQ(run(command), 1);
-    EXPECT_THAT(complaint, HasSubstr("there is no file zel-ini-test.ini"));
-    EXPECT_FALSE(files().fileExists(file));
-  }
-  EXPECT_EQ(run({u"set", u".", u"a", u"b", u"c"}), 1);
-}
-
-TEST_F(ZelIni, AFullDiskIsToldAndLeavesTheFile) {
-  FailingFiles disk("replaceWhole", ErrorNumber::DiskFull);
-  const Replaced<Files> replaced(disk);
-  expectRefused({u"set", file, u"Paths", u"Home", u"x"}, "could not be written");
-}
-
-TEST_F(ZelIni, AReadOnlyFileIsToldAndLeft) {
-  files().setAttributes(file, FileAttribute::ReadOnly);
-  expectRefused({u"set", file, u"Paths", u"Home", u"x"}, "could not be written");
-}
-
-TEST_F(ZelIni, AnEmptyFileHasNoEntries) {
-  write("");
-  EXPECT_EQ(run({u"list", file}), 0);
-  EXPECT_EQ(printed, "");
-  expectRefused({u"set", file, u"Paths", u"Home", u"x"}, "has no \"Home\"");
+  remove();
+  for (const char* line : {"list f.ini", "get f.ini a b", "set f.ini a b c"})
+    EXPECT_EQ(ini(line), "1||zel: there is no file f.ini (error 53)\n");
+  EXPECT_FALSE(files().fileExists(u"f.ini"));
 }
 
 }  // namespace
