@@ -7,32 +7,25 @@
 
 namespace zelUtilities {
 
-enum class TestColor : std::int32_t { Red = 1, Green = 2 };
-template <>
-const EnumInfo& enumInfo<TestColor>() {
-  static const EnumInfo info{u"TEST_Colors", {{u"TEST_Color_Red", 1}, {u"TEST_Color_Green", 2}}};
-  return info;
-}
-
 namespace {
 
 struct Lamp : Object {
   void next() {}
 };
-TestColor next(TestColor) { return TestColor::Green; }
+std::int32_t next(std::int32_t value) { return value + 1; }
 
-// With a lamp, a part that only other objects make, and the functions of colors.
+// With a lamp, a part that only other objects make, and the functions.
 struct Classes : testing::Test {
   static ClassInfo functions(const char* name, const char* function) {
-    return describeFunctions(name, "").function(function, &next, {"eColor"}, "");
+    return describeFunctions(name, "").function(function, &next, {"lValue"}, "");
   }
   inline static const ClassInfo lamp = describe<Lamp>("testLamp", "").creatable();
   // A member of an ordinary class may bear the name of a global operation.
   inline static const ClassInfo part = describe<Lamp>("testPart", "").method("zel_Next", &Lamp::next, "");
-  inline static const ClassInfo colors = functions("testColors", "zel_Next");
+  inline static const ClassInfo global = functions("testFunctions", "zel_Next");
 
   Classes() {
-    for (const ClassInfo* info : {&lamp, &colors, &part}) registry.add(*info);
+    for (const ClassInfo* info : {&lamp, &global, &part}) registry.add(*info);
   }
   template <class Info>
   std::string refusalOf(const Info& info) {
@@ -46,7 +39,6 @@ TEST_F(Classes, AreFoundWithAndWithoutTheLibrarysName) {
   EXPECT_EQ(registry.find(u"ZELUTILITIES.TESTLAMP"), &lamp);
   for (const StringView name : {u"otherLibrary.testLamp", u"zelUtilities.", u""})
     EXPECT_EQ(registry.find(name), nullptr) << toUtf8(name);
-  EXPECT_EQ(registry.findEnumeration(u"test_colors"), &enumInfo<TestColor>());
 }
 
 TEST_F(Classes, AreCreatedByProgrammaticIdentifierOnly) {
@@ -56,11 +48,11 @@ TEST_F(Classes, AreCreatedByProgrammaticIdentifierOnly) {
 }
 
 TEST_F(Classes, OfFunctionsHaveOneInstanceWhoseOperationsAreFoundByName) {
-  const Ref<Object> instance = registry.create(u"zelUtilities.testColors");
-  EXPECT_EQ(instance, registry.create(u"zelUtilities.testColors"));
+  const Ref<Object> instance = registry.create(u"zelUtilities.testFunctions");
+  EXPECT_EQ(instance, registry.create(u"zelUtilities.testFunctions"));
   const auto found = registry.findOperation(u"ZEL_next");
   ASSERT_TRUE(found && instance);
-  EXPECT_EQ(found->functionClass, &colors);
+  EXPECT_EQ(found->functionClass, &global);
   Variant arguments[] = {std::int32_t{1}};
   EXPECT_EQ(instance->Invoke(found->operation->name, InvokeKind::Method, arguments).longInteger(), 2);
 }
@@ -73,13 +65,15 @@ TEST_F(Classes, WhoseNamesAreTakenAreRefusedAndLeaveNothingBehind) {
   EXPECT_EQ(registry.find(u"testOther"), nullptr);
   EXPECT_EQ(registry.classes().size(), 3u);
 
-  const EnumInfo sameName{u"test_Colors", {}}, fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
+  const EnumInfo colors{u"TEST_Colors", {{u"TEST_Color_Red", 1}}}, sameName{u"test_Colors", {}};
+  const EnumInfo fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
   const EnumInfo sameValue{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}, {u"test_color_red", 2}}};
+  EXPECT_EQ(refusalOf(colors), "nothing");
   EXPECT_EQ(refusalOf(sameName), "51|ClassRegistry.add|the enumeration test_Colors is there already");
   EXPECT_EQ(refusalOf(sameValue),
             "51|ClassRegistry.add|the value test_color_red of TEST_Paints is there already");
   EXPECT_EQ(refusalOf(fresh), "nothing");
-  EXPECT_EQ(registry.enumerations().size(), 2u);
+  EXPECT_EQ(registry.findEnumeration(u"test_paints"), &fresh);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <thread>
 
-#include "automation/Binder.h"
-#include "foundation/ClassRegistry.h"
 #include "foundation/LogFixture.h"
 
 namespace zelUtilities {
@@ -11,21 +9,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-struct Lamp : Object {};
-
-TEST_F(LogTest, AnObjectOfTheLibraryComesBeforeOneOfTheProgram) {
-  static const ClassInfo lampInfo = describe<Lamp>("testLamp", "A lamp.").creatable();
-  ClassRegistry classes;
-  classes.add(lampInfo);
-  const ClassRegistry& before = currentClassRegistry();
-  setCurrentClassRegistry(classes);
-  record(u"zelUtilities.testLamp");
-  EXPECT_TRUE(objectCast<Lamp>(CreateNamedObject(u"zelUtilities.TestLamp", u"").get()));
-  setCurrentClassRegistry(before);
-  EXPECT_TRUE(objectCast<Recorder>(CreateNamedObject(u"zelUtilities.TestLamp", u"").get()));
-  registerObject(u"zelUtilities.testLamp", {});
-}
 
 TEST_F(LogTest, AnObjectThatCannotBeCreatedIsNothingAndShownUnderATitleOnly) {
   for (const StringView title : {u"", u"  ", u" Missing Component "})
