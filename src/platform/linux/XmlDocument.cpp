@@ -36,7 +36,7 @@ DecodedXml readDocument(const String& path) {
 
 XmlDocument::XmlDocument() : XmlDocument(std::make_shared<XmlTree>()) {}
 
-XmlDocument::XmlDocument(std::shared_ptr<XmlTree> tree) : XmlNode(nullptr, tree, topOf(*tree)) {}
+XmlDocument::XmlDocument(const std::shared_ptr<XmlTree>& tree) : XmlNode(nullptr, tree, topOf(*tree)) {}
 
 // The object counts its references itself, so that asking for one changes nothing.
 Ref<XmlDocument> XmlDocument::document() const { return const_cast<XmlDocument*>(this); }

@@ -55,7 +55,7 @@ class XmlDocument : public XmlNode {
   Ref<XmlDocument> document() const override;
 
  private:
-  explicit XmlDocument(std::shared_ptr<XmlTree> tree);
+  explicit XmlDocument(const std::shared_ptr<XmlTree>& tree);
   bool take(ParsedXml parsed);
 
   XmlFault fault_;

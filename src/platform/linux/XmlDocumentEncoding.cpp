@@ -66,7 +66,7 @@ class Conversion {
   Conversion(const Conversion&) = delete;
   Conversion& operator=(const Conversion&) = delete;
 
-  bool isKnown() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+  bool isKnown() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
   // False where the bytes are none of the encoding's.
   bool convert(std::string& bytes, std::string& out) {

@@ -102,6 +102,15 @@ Variant typedValue(const std::string& text, StringView type) {
   return fromUtf8(text);
 }
 
+// Some axes lead into the declarations of a document type, and to name spaces that are no nodes.
+bool isHidden(const xmlNode* node) {
+  if (node->type == XML_NAMESPACE_DECL) return true;
+  if (!node->doc->intSubset) return false;
+  for (const xmlNode* above = node->parent; above; above = above->parent)
+    if (above->type == XML_DTD_NODE) return true;
+  return false;
+}
+
 struct FreeContext {
   void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
 };
@@ -274,6 +283,8 @@ Ref<XmlNode> XmlNode::removeChild(const Ref<XmlNode>& oldChild) {
 }
 
 std::vector<xmlNode*> XmlNode::select(const String& pattern) const {
+  // From here libxml2 gets lost.
+  if ((node_->type == XML_ATTRIBUTE_NODE && !node_->parent) || node_->type == XML_DTD_NODE) return {};
   const std::unique_ptr<xmlXPathContext, FreeContext> context(xmlXPathNewContext(tree_->document()));
   if (!context) throw std::bad_alloc();
   context->node = node_;
@@ -282,10 +293,10 @@ std::vector<xmlNode*> XmlNode::select(const String& pattern) const {
   const std::string expression = xpathOf(toUtf8(pattern));
   const std::unique_ptr<xmlXPathObject, FreeResult> result(xmlXPathEval(asXml(expression), context.get()));
   if (!result || result->type != XPATH_NODESET) fail(u"\"" + pattern + u"\" selects no nodes.");
-  std::vector<xmlNode*> nodes;
-  for (int i = 0; result->nodesetval && i < result->nodesetval->nodeNr; ++i)
-    if (result->nodesetval->nodeTab[i]->type != XML_NAMESPACE_DECL)
-      nodes.push_back(result->nodesetval->nodeTab[i]);
+  if (!result->nodesetval) return {};
+  xmlNode** const first = result->nodesetval->nodeTab;
+  std::vector<xmlNode*> nodes(first, first + result->nodesetval->nodeNr);
+  std::erase_if(nodes, isHidden);
   return nodes;
 }
 

@@ -60,7 +60,8 @@ class XmlNode : public Object {
   Ref<XmlNode> removeChild(const Ref<XmlNode>& oldChild);
 
   // The first or all nodes, in document order, that a pattern selects from here (see XmlDocumentPattern.h).
-  // Raise E_FAIL for what is no pattern, or selects no nodes but a value.
+  // Raise E_FAIL for what is no pattern, or selects no nodes but a value. From a removed attribute
+  // and a document type there is nothing to select.
   Ref<XmlNode> selectSingleNode(const String& queryString) const;
   Ref<XmlNodeList> selectNodes(const String& queryString) const;
 

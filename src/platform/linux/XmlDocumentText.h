@@ -3,8 +3,7 @@
 
 #include <string>
 
-struct _xmlDoc;
-struct _xmlNode;
+#include "platform/linux/XmlDocumentTree.h"
 
 namespace zelUtilities {
 

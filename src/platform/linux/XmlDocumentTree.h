@@ -12,8 +12,9 @@
 
 #include "automation/String.h"
 
-struct _xmlDoc;
-struct _xmlNode;
+// libxml2 calls its structures so.
+struct _xmlDoc;   // NOLINT(bugprone-reserved-identifier)
+struct _xmlNode;  // NOLINT(bugprone-reserved-identifier)
 
 namespace zelUtilities {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-struct _xmlNode;
+#include "platform/linux/XmlDocumentTree.h"
 
 namespace zelUtilities {
 

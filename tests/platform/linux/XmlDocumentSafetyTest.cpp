@@ -126,6 +126,18 @@ TEST(XmlDocumentSafety, LargeDocumentsAreReadAndSaved) {
   EXPECT_TRUE(document.text(u"text") == text);
 }
 
+TEST(XmlDocumentSafety, PatternsDoNotLeadWhereNoNodesAre) {
+  const LateBound document = newDocument();
+  document(u"loadXML", u"<!DOCTYPE a [<!ENTITY e '<b c=\"1\"/>'>]><a d='2'>&e;</a>");
+  const LateBound root = document.object(u"documentElement");
+  EXPECT_EQ(root.object(u"selectNodes", u"preceding::* | preceding::*/@* | namespace::*").number(u"length"),
+            0);
+  EXPECT_TRUE(document.object(u"firstChild").object(u"selectSingleNode", u"node()").isNothing());
+  const LateBound attribute = root.object(u"attributes").object(u"item", 0);
+  root(u"removeAttribute", u"d");
+  EXPECT_TRUE(attribute.object(u"selectSingleNode", u"preceding::*").isNothing());
+}
+
 TEST(XmlDocumentSafety, PatternsOfAnyShapeAreRefusedOrAnswered) {
   const LateBound document = newDocument();
   document(u"loadXML", u"<a/>");
