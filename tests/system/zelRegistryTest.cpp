@@ -67,14 +67,15 @@ class ZelRegistry : public testing::Test {
 TEST_F(ZelRegistry, TextsIntegersAndBytesReadBackAndOtherKindsAreRefused) {
   const Ref<ArrayData> fromOne = ArrayData::create(VariantKind::Byte, {{1, 2}});
   fromOne->bytes()[1] = 255;
-  EXPECT_EQ(written(u"abc"), "String abc");
-  EXPECT_EQ(written(u""), "String ");
-  EXPECT_EQ(written(u"\u00FC \u20AC \u4E2D"), "String \xC3\xBC \xE2\x82\xAC ?");  // the code page has no more
-  EXPECT_EQ(written(std::int16_t{-2}), "Long -2");
-  EXPECT_EQ(written(std::int32_t{-2147483647 - 1}), "Long -2147483648");
-  EXPECT_EQ(written(ArrayData::ofBytes({})), "Byte()");
-  EXPECT_EQ(written(fromOne), "Byte() 0 255");
-
+  const std::pair<Variant, const char*> kept[] = {
+      {u"abc", "String abc"},
+      {u"", "String "},
+      {u"\u00FC \u20AC \u4E2D", "String \u00FC \u20AC ?"},  // the code page has no more
+      {std::int16_t{-2}, "Long -2"},
+      {std::int32_t{-2147483647 - 1}, "Long -2147483648"},
+      {ArrayData::ofBytes({}), "Byte()"},
+      {fromOne, "Byte() 0 255"}};
+  for (const auto& [value, expected] : kept) EXPECT_EQ(written(value), expected);
   const Variant refused[] = {Variant(), Variant::null(),    2.5,
                              true,      std::uint8_t{1},    Variant::date(1),
                              nullptr,   Variant::missing(), ArrayData::ofVariants({std::int32_t{1}})};
@@ -99,14 +100,11 @@ TEST_F(ZelRegistry, ReadsWhateverIsStoredAndGivesTheDefaultForWhatItCannotRead) 
   EXPECT_EQ(described(zel_GetRegistryValue(user, acme + u"\\A", u"Missing", u"x")), "String x");
 }
 
-TEST_F(ZelRegistry, WritingUnderAMissingKeyCreatesNothing) {
-  EXPECT_FALSE(zel_SetRegistryValue(user, acme + u"\\A", u"Name", u"abc"));
-  EXPECT_FALSE(zel_SetRegistryValue(user, acme + u"\\A", u"Name", 2.5));  // not even looked at
-  EXPECT_FALSE(zel_CheckRegistryKey(user, acme + u"\\A"));
-}
-
 // Looks inverted, and is meant: callers read it as "the key was there already".
-TEST_F(ZelRegistry, CreatingAKeyIsTrueOnlyWhenItWasThere) {
+TEST_F(ZelRegistry, OnlyCreatingCreatesAKeyAndIsTrueOnlyWhenItWasThere) {
+  for (const Variant& value : {Variant(u"abc"), Variant(2.5)})  // a missing key comes before a bad value
+    EXPECT_FALSE(zel_SetRegistryValue(user, acme + u"\\B", u"Name", value));
+  EXPECT_FALSE(zel_CheckRegistryKey(user, acme + u"\\B"));
   EXPECT_FALSE(zel_CreateRegistryKey(user, acme + u"\\B\\C"));
   EXPECT_TRUE(zel_CreateRegistryKey(user, acme + u"\\b\\c"));
   EXPECT_TRUE(zel_CheckRegistryKey(user, acme + u"\\B"));
@@ -141,9 +139,8 @@ TEST_F(ZelRegistry, SubkeysAndValuesAreListedUnderTheirNames) {
   EXPECT_TRUE(reports.empty());
 }
 
-// What cannot be had from a system's registry: a key that opens and cannot be created, four names of which
-// the last is the second in capitals, and values of which only that of the second is of a type that can be
-// read.
+// What cannot be had from a system's registry: a key that opens and cannot be created, five names of which
+// the fourth is the second in capitals, and values of which only the second is of a type that can be read.
 struct OddRegistry : MemoryRegistry {
   RegistryCode openKey(RegistryHandle, StringView path, RegistryAccess, RegistryHandle&) override {
     return path == u"Odd" ? RegistryResult::Success : RegistryResult::AccessDenied;
@@ -162,8 +159,9 @@ struct OddRegistry : MemoryRegistry {
   }
 };
 
-// Looks wrong, and is meant: the two-element array is reused for every value.
-TEST_F(ZelRegistry, AValueOfAnUnreadableTypeKeepsTheDataOfTheOneBeforeAndAFailureEndsTheList) {
+// Looks wrong, and is meant: the two-element array is reused for every value. A key that cannot be created
+// counts as there when it opens.
+TEST_F(ZelRegistry, OddKeysKeepDataOfTheValueBeforeEndTheListAtAFailureAndCountAsThere) {
   OddRegistry odd;
   const Replaced<Registry> oddInForce(odd);
   EXPECT_EQ(zel_EnumRegistryKeys(user, u"Odd")->Count(), 3);
@@ -172,11 +170,6 @@ TEST_F(ZelRegistry, AValueOfAnUnreadableTypeKeepsTheDataOfTheOneBeforeAndAFailur
   EXPECT_THAT(reports, ElementsAre("zelRegistry.zel_EnumRegistryKeys|457|Index = 3",
                                    "zelRegistry.zel_EnumRegistryValues|457|"
                                    "Odd -- Index = 3 | RetVal = 0Adding to collection"));
-}
-
-TEST_F(ZelRegistry, AKeyThatCannotBeCreatedCountsAsThereOnlyWhenItOpens) {
-  OddRegistry odd;
-  const Replaced<Registry> oddInForce(odd);
   EXPECT_TRUE(zel_CreateRegistryKey(user, u"Odd"));
   EXPECT_EQ(raisedError([] { zel_CreateRegistryKey(user, u"Even"); }),
             "1001|zelRegistry.zel_CreateRegistryKey|Unable to create the registry key");
