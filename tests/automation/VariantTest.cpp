@@ -42,12 +42,9 @@ TEST(Variant, AssigningItselfOrAPartOfItselfKeepsThat) {
 }
 
 TEST(Variant, KeepsKindsApart) {
-  EXPECT_EQ(Variant(u"x").kind(), VariantKind::String) << "a literal is no Boolean";
-  EXPECT_TRUE(Variant::missing().isMissing());
-  EXPECT_FALSE(Variant::error(5).isMissing());
-  EXPECT_FALSE(Variant(Variant::missingCode).isMissing()) << "a Long of that number";
-  const Variant noArray = Ref<ArrayData>();
-  EXPECT_TRUE(Variant(noArray).isEmpty());
+  EXPECT_TRUE(Variant(u"x").isString()) << "a literal is no Boolean";
+  EXPECT_FALSE(Variant::error(5).isMissing() || Variant(Variant::missingCode).isMissing());
+  EXPECT_TRUE(Variant(Ref<ArrayData>()).isEmpty());
 }
 
 TEST(Variant, AnObjectEndsOnceWithTheLastThatHoldsIt) {
