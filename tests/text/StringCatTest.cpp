@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 
 #include "automation/ClassInfo.h"
@@ -40,7 +39,8 @@ void expectReplaced(std::initializer_list<Replacement> rows) {
 #define EXPECT_REPLACED(...) expectReplaced({__VA_ARGS__})
 
 // The text of a builder that the action was done to.
-std::string built(const std::function<void(zelStringCat&)>& action) {
+template <class Action>
+std::string built(const Action& action) {
   zelStringCat builder;
   action(builder);
   return complete(builder);
@@ -105,6 +105,18 @@ TEST(StringCat, ALongTextKeepsEveryCharacter) {
   ASSERT_EQ(builder.length(), 6000000);
   const StringView text = builder.text();
   for (std::size_t i = 0; i < text.size(); i += 33) ASSERT_EQ(text[i], static_cast<char16_t>(i / 100));
+}
+
+TEST(StringCat, PiecesOfAnyLengthArriveWholeAndTouchNothingElse) {
+  String text;
+  for (char16_t i = 0; i <= 64; ++i) text += static_cast<char16_t>(u'A' + i);
+  for (std::size_t end = 1; end <= text.size(); ++end) {
+    zelStringCat builder;
+    builder.ConcatenatePart(StringView(text).substr(0, 1));
+    builder.ConcatenatePart(StringView(text).substr(1, end - 1));
+    builder.ConcatenatePart(StringView(text).substr(end));
+    ASSERT_EQ(builder.Complete(), text) << end;
+  }
 }
 
 TEST(StringCat, FindGivesThePositionAtOrAfterTheStart) {
@@ -213,10 +225,12 @@ TEST(StringCat, WithoutAnElementBegunNothingIsWritten) {
 }
 
 TEST(StringCat, TheSeparatorReachesAttributesAndTheLastLineEnd) {
-  EXPECT_EQ(built([](auto& b) {
-              b.setSeparator(u"|"), b.StartElement(u"A"), b.AddAttribute(u"a", u"1"), b.FinishElement(false);
-            }),
-            "<A |a|='|1|'/|>\r\n");
+  zelStringCat builder;
+  builder.setSeparator(repeated(u"|", 1));
+  builder.StartElement(u"A");
+  builder.AddAttribute(u"a", u"1");
+  builder.FinishElement(false);
+  EXPECT_EQ(complete(builder), "<A |a|='|1|'/|>\r\n");
 }
 
 TEST(StringCat, ItCanBeCalledLate) {
