@@ -69,6 +69,8 @@ char16_t* move(char16_t* to, StringView text) {
 
 zelStringCat::zelStringCat() { Start(); }
 
+void zelStringCat::setSeparator(StringView separator) { separator_ = separator; }
+
 void zelStringCat::setMargin(StringView margin) {
   margin_ = margin;
   dtlMargin_ = margin;

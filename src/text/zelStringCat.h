@@ -41,7 +41,7 @@ class zelStringCat final : public Object {
 
   // Text between the pieces that Concatenate adds; at first "".
   const String& Separator() const { return separator_; }
-  void setSeparator(StringView separator) { separator_ = separator; }
+  void setSeparator(StringView separator);
   // What XML lines start with; at first "". Writing it also sets DtlMargin.
   const String& Margin() const { return margin_; }
   void setMargin(StringView margin);
