@@ -5,6 +5,7 @@
 #include <ocidl.h>
 
 #include <cstring>
+#include <thread>
 
 #include "server/windows/ServerUnderTest.h"
 
@@ -180,6 +181,31 @@ TEST_F(CppClient, SurvivesImpossibleCalls) {
   DISPPARAMS tooManyNames{nullptr, nullptr, 0, 3};
   EXPECT_EQ(object_->Invoke(0, IID_NULL, 0, DISPATCH_METHOD, &tooManyNames, nullptr, nullptr, nullptr),
             DISP_E_EXCEPTION);
+}
+
+// One thread's client; each thread is an apartment of its own.
+class Apartment final : public CppClient {
+ public:
+  explicit Apartment(const wchar_t* piece) : piece_(piece) {}
+  void TestBody() override {
+    create(L"zelStringCat");
+    Value piece(piece_);
+    for (int i = 0; i < 500; ++i) EXPECT_EQ(call(L"Concatenate", DISPATCH_METHOD, {piece}, nullptr), S_OK);
+    Value complete;
+    EXPECT_EQ(call(L"Complete", DISPATCH_METHOD, {}, &complete), S_OK);
+    std::string expected;
+    for (int i = 0; i < 500; ++i) expected += utf8(piece_);
+    EXPECT_EQ(textOf(complete), expected);
+  }
+
+ private:
+  const wchar_t* piece_;
+};
+
+TEST(Apartments, WorkSideBySideInOneProcess) {
+  std::thread other([] { Apartment(L"other").TestBody(); });
+  Apartment(L"this").TestBody();
+  other.join();
 }
 
 TEST(ServerLife, TheLibraryCanBeUnloadedWhenNothingIsHeld) {
