@@ -42,6 +42,11 @@ bool isLeaf(const xmlNode* node) {
          node->type == XML_COMMENT_NODE || node->type == XML_PI_NODE;
 }
 
+bool endsEarly(const xmlNode* node, const std::string& text) {
+  if (node->type == XML_PI_NODE) return text.find("?>") != std::string::npos;
+  return node->type == XML_COMMENT_NODE && (text.find("--") != std::string::npos || text.ends_with('-'));
+}
+
 bool isNamed(const xmlNode* node) {
   return node->type == XML_ELEMENT_NODE || node->type == XML_ATTRIBUTE_NODE || node->type == XML_PI_NODE ||
          node->type == XML_DTD_NODE;
@@ -194,6 +199,7 @@ String XmlNode::text() const { return fromUtf8(textOf(node_, !document()->preser
 
 void XmlNode::setText(const String& text) {
   const std::string utf8 = xmlCharacters(text);
+  if (endsEarly(node_, utf8)) fail(u"The text would end the comment or the processing instruction.");
   if (isLeaf(node_)) return xmlNodeSetContent(node_, asXml(utf8));
   if (node_->type != XML_ELEMENT_NODE && node_->type != XML_ATTRIBUTE_NODE)
     fail(u"This kind of node has no text.");
@@ -252,6 +258,8 @@ void XmlNode::requireAcceptable(const XmlNode& child) const {
     if (type == XML_ELEMENT_NODE && xmlDocGetRootElement(tree_->document()))
       fail(u"Only one top level element is allowed in an XML document.");
     if (type == XML_ELEMENT_NODE || isMarkup) return;
+  } else if (type == XML_PI_NODE && nameOf(child.node_) == "xml") {
+    fail(u"The declaration stands at the head of a document.");
   } else if (node_->type == XML_ELEMENT_NODE) {
     // A node without children is nobody's parent.
     for (const xmlNode* above = node_; above && child.hasChildNodes(); above = above->parent)

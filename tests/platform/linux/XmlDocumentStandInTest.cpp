@@ -152,6 +152,18 @@ TEST(XmlStandIn, WhatXmlDoesNotAllowIsNotWritten) {
   EXPECT_EQ(root.text(u"xml"), u"<a b=\"1\">x</a>");
 }
 
+TEST(XmlStandIn, WhatIsWrittenCanBeReadAgain) {
+  const LateBound document = documentOf(u"<?xml version='1.0'?><a><!--c--><?p d?><![CDATA[x]]></a>");
+  const LateBound root = document.object(u"documentElement");
+  const auto child = [&](int index) { return root.object(u"childNodes").object(u"item", index); };
+  EXPECT_EQ(raisedBy([&] { child(0).put(u"text", u"--"); }), failed);
+  EXPECT_EQ(raisedBy([&] { child(0).put(u"text", u"c-"); }), failed);
+  EXPECT_EQ(raisedBy([&] { child(1).put(u"nodeValue", u"?>"); }), failed);
+  EXPECT_EQ(raisedBy([&] { root(u"appendChild", document.object(u"firstChild")); }), failed);
+  child(2).put(u"text", u"]]>");
+  EXPECT_EQ(documentOf(document.text(u"xml")).text(u"text"), u"]]>");
+}
+
 TEST(XmlStandIn, NamesMatchAsTheyAreWritten) {
   const LateBound document = documentOf(u"<a xmlns='u:1' xmlns:p='u:2'><p:b p:c='3'/><p:d/></a>");
   EXPECT_EQ(document.object(u"selectSingleNode", u"a/p:b/@p:c").text(u"text"), u"3");
