@@ -13,6 +13,6 @@ for (var sections = new Enumerator(list.RootNodes); !sections.atEnd(); sections.
     WScript.Echo("  " + entries.item().Cells("Value").Value + " = " + entries.item().Cells("Data").Value);
 }
 
-list.UpdateINIValue("Window", "Width", "1024");
+list.UpdateINIValue("Window", "Width", "1280");
 if (!list.SaveAsINI(WScript.Arguments.Item(1))) WScript.Quit(1);
 WScript.Echo("saved");

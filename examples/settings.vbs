@@ -17,6 +17,6 @@ For Each section In list.RootNodes
   Next
 Next
 
-list.UpdateINIValue "Window", "Width", "1024"
+list.UpdateINIValue "Window", "Width", "1280"
 If Not list.SaveAsINI(WScript.Arguments(1)) Then WScript.Quit 1
 WScript.Echo "saved"
