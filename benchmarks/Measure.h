@@ -29,25 +29,19 @@ inline void countItems(benchmark::State& state, std::int64_t itemsOfAnIteration)
                          benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-struct Footprint {
-  double allocated = 0;  // bytes from the allocator, its own headers included; not memory mapped past it
-  double touched = 0;    // bytes of the pages written to and not given back
-};
-
-inline Footprint footprintNow() {
+// Bytes in use: what the allocator has given out, its own headers included, and memory mapped past it.
+inline double bytesInUse() {
   const auto used = mallinfo2();
-  std::ifstream file("/proc/self/smaps_rollup");
-  std::string word;
-  double kilobytes = 0;
-  while (file >> word && word != "Private_Dirty:") continue;
-  file >> kilobytes;
-  return {static_cast<double>(used.uordblks + used.hblkhd), kilobytes * 1024};
+  std::ifstream file("/proc/self/statm");
+  double pages = 0;  // of address space
+  file >> pages;
+  const double mapped = pages * static_cast<double>(sysconf(_SC_PAGESIZE));
+  return static_cast<double>(used.uordblks) + mapped - static_cast<double>(used.arena);
 }
 
-// What the thing that build() returns takes, measured in a child process: there every page is written to
-// for the first time, those of memory freed earlier too.
+// What the thing that build() returns takes, measured in a child process, which leaves no traces in ours.
 template <class Build>
-Footprint footprintOf(const Build& build) {
+double bytesOf(const Build& build) {
   malloc_trim(0);
   std::array<int, 2> ends{};
   require(pipe(ends.data()) == 0, "pipe");
@@ -55,14 +49,13 @@ Footprint footprintOf(const Build& build) {
   const pid_t child = fork();
   require(child >= 0, "fork");
   if (child == 0) {
-    const Footprint before = footprintNow();
+    const double before = bytesInUse();
     const auto built = build();
-    const Footprint after = footprintNow();
-    const Footprint grown{after.allocated - before.allocated, after.touched - before.touched};
+    const double grown = bytesInUse() - before;
     const bool written = write(ends[1], &grown, sizeof grown) == sizeof grown;
     _exit(written ? 0 : 1);
   }
-  Footprint grown;
+  double grown = 0;
   const bool readWhole = read(ends[0], &grown, sizeof grown) == sizeof grown;
   int status = 0;
   waitpid(child, &status, 0);
@@ -72,15 +65,13 @@ Footprint footprintOf(const Build& build) {
   return grown;
 }
 
-// Adds the counters bytes (what a client's process grows by) and allocated, per item; measured once for
-// each name.
+// Adds the counter bytes, per item; measured once for each name.
 template <class Build>
 void countBytes(benchmark::State& state, const std::string& name, double items, const Build& build) {
-  static std::map<std::string, Footprint> measured;
+  static std::map<std::string, double> measured;
   auto found = measured.find(name);
-  if (found == measured.end()) found = measured.emplace(name, footprintOf(build)).first;
-  state.counters["bytes"] = found->second.touched / items;
-  state.counters["allocated"] = found->second.allocated / items;
+  if (found == measured.end()) found = measured.emplace(name, bytesOf(build)).first;
+  state.counters["bytes"] = found->second / items;
 }
 
 // Runs the body outside the timing, then gives freed memory back, so that every iteration starts with

@@ -2,8 +2,7 @@
 // as the tree grows? Each node has a key, looked up without regard to letter case, three texts of 8 to
 // 11 characters, and one listener counts them.
 //
-// Every iteration starts with memory the process has given back. "bytes" is what the process
-// grows by, per node.
+// Every iteration starts with memory that the process has given back.
 #include "TreeBenchmark.h"
 
 namespace {

@@ -79,12 +79,12 @@ def microseconds(seconds):
 def print_times(table):
     print("| work | size | us an item | peers: us (our ratio) | bytes an item | peers: bytes |")
     print("|---|---|---|---|---|---|")
-    for (question, shape, size), columns in table.items():
+    for (question, shape, size), columns in sorted(table.items()):
         ours = columns.get(US, {})
         peers = {who: found for who, found in columns.items() if who != US}
         times = [f"{who} {microseconds(found['per_item'])}"
-                 + (f" ({ours['per_item'] / found['per_item']:.2f})" if ours else "") for who, found in peers.items()]
-        sizes = [f"{who} {found['bytes']:.0f}" for who, found in peers.items() if "bytes" in found]
+                 + (f" ({ours['per_item'] / found['per_item']:.2f})" if ours else "") for who, found in sorted(peers.items())]
+        sizes = [f"{who} {found['bytes']:.0f}" for who, found in sorted(peers.items()) if "bytes" in found]
         print(f"| {question}, {shape} | {size} | {microseconds(ours['per_item']) if ours else '-'} | {', '.join(times)} |"
               f" {format(ours['bytes'], '.0f') if 'bytes' in ours else ''} | {', '.join(sizes)} |")
 
@@ -96,7 +96,7 @@ def print_growth(table):
         for who, found in columns.items():
             sizes[question, shape][who][size] = found["per_item"]
     rows = []
-    for (question, shape), columns in sizes.items():
+    for (question, shape), columns in sorted(sizes.items()):
         growth = [f"{who} {times[max(times)] / times[min(times)]:.1f}" + f" ({min(times)} to {max(times)})"
                   for who, times in columns.items() if len(times) > 1]
         if growth:
