@@ -5,7 +5,7 @@ set -u
 cd "$(dirname "$0")/.." || exit 1
 . cmake/packages.sh
 requirePackages "${buildPackages[@]}" clang-tidy clang-format
-configure native >/dev/null
+cmake --preset native >/dev/null || exit 1  # a compile database of today
 
 if [ $# -eq 0 ]; then
   mapfile -t sources < <(git ls-files 'src/*.cpp' ':!src/platform/windows' ':!src/server')
