@@ -32,7 +32,7 @@ void Collection::append(std::unique_ptr<Entry> entry) {
   if (entry->key) index_.makeRoom();
   items_.append(entry.get());  // the last step that can fail
   if (entry->key) index_.insert(entry.get());
-  entry.release();
+  static_cast<void>(entry.release());  // the list owns it now
 }
 
 void Collection::Add(const Variant& vItem, const Variant& vKey) {

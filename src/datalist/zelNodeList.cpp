@@ -279,7 +279,7 @@ void zelNodeList::cloneNodes(zelNodeList& copy) const {
 }
 
 Ref<zelNodeList> zelNodeList::Clone() const {
-  const auto copy = make<zelNodeList>();
+  auto copy = make<zelNodeList>();
   handled(u"zelNodeList.Clone", [&] {
     cloneColumns(*copy);
     cloneNodes(*copy);
