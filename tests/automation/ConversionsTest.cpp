@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "automation/ArrayData.h"
+#include "automation/LeadingNumber.h"
 #include "automation/LocaleGuard.h"
 #include "automation/Raised.h"
 
@@ -220,6 +221,19 @@ TEST(TypeName, NamesKindsAsClientsDo) {
   String names;
   for (const Variant& value : values) names += typeName(value) + u" ";
   EXPECT_EQ(toUtf8(names), "Empty Integer String Error Nothing Object Variant() Byte() ");
+}
+
+TEST(LeadingNumber, IsWhatATextBeginsWith) {
+  const LocaleGuard guard(germanLocale());
+  const std::pair<StringView, double> cases[] = {
+      {u"", 0},       {u"abc", 0}, {u"12abc", 12}, {u"-3.5x", -3.5}, {u" + 1 0\t0\n0", 1000}, {u"1,5", 1},
+      {u".5.5", 0.5}, {u"-.", 0},  {u"--1", 0},    {u"2e3", 2000},   {u"2D+1", 20},           {u"1e-400", 0},
+      {u"1e", 1},     {u"e5", 0},  {u"&H10", 0},   {u"1E- 2", 0.01}, {u"\uFF11", 0},
+  };
+  for (const auto& [text, number] : cases) EXPECT_EQ(leadingNumber(text), number) << toUtf8(text);
+  EXPECT_EQ(leadingNumber(String(400, u'0') + u"7"), 7);
+  EXPECT_EQ(raised([] { leadingNumber(u"-1e309"); }), 6);
+  EXPECT_EQ(raised([] { leadingNumber(String(400, u'9')); }), 6);
 }
 
 }  // namespace
