@@ -171,7 +171,7 @@ const ClassInfo& zelNodeListColumns::describeClass() {
       describe<T>("zelNodeListColumns", "The columns of a node list.")
           .creatable()
           .property("Locked", &T::Locked, "Always False.")
-          .item("Item", &T::Item, {"vKey"}, "The column under a key or at a position, or nothing.")
+          .item("Item", &T::Item, {"Key"}, "The column under a key or at a position, or nothing.")
           .enumerator(&T::NewEnum)
           .property("Count", &T::Count, "The number of columns.")
           .property("FirstItem", &T::FirstItem, "The first column, or nothing.")
