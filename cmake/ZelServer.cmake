@@ -40,8 +40,8 @@ add_library(
   Registration.cpp
   ServedClass.cpp
   ServerLife.cpp
+  StoreReference.cpp
   SystemGuid.cpp
-  SystemVariant.cpp
   TypeLibrary.cpp
   zelUtilities.def
   ${PROJECT_BINARY_DIR}/generated/zelUtilities.rc)

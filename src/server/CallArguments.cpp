@@ -7,7 +7,7 @@
 #include "automation/Error.h"
 #include "platform/windows/ComErrors.h"
 #include "platform/windows/VariantConversion.h"
-#include "server/SystemVariant.h"
+#include "server/StoreReference.h"
 
 namespace zelUtilities {
 

@@ -6,8 +6,8 @@
 #include <unordered_map>
 
 #include "platform/windows/ComErrors.h"
+#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/VariantConversion.h"
-#include "server/SystemVariant.h"
 
 namespace zelUtilities {
 
@@ -55,14 +55,14 @@ class EventArguments {
 
   const EventInfo& event_;
   std::span<Variant> values_;
-  std::vector<SystemVariant> owned_;
+  std::vector<OwnedVariant> owned_;
   std::vector<VARIANT> passed_;  // owns nothing
 };
 
 void callSink(IDispatch& sink, const EventInfo& event, std::span<Variant> values) {
   EventArguments arguments(event, values);
   DISPPARAMS parameters = arguments.parameters();
-  SystemVariant result;
+  OwnedVariant result;
   EXCEPINFO exception{};
   UINT wrong = 0;
   const HRESULT code = sink.Invoke(event.id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,

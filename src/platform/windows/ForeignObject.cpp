@@ -5,11 +5,11 @@
 #include <dispex.h>
 #include <oleauto.h>
 
-#include <cstring>
 #include <vector>
 
 #include "automation/CaseFolding.h"
 #include "platform/windows/ComErrors.h"
+#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 
@@ -23,64 +23,73 @@ class PassedArguments {
   PassedArguments(std::span<Variant> arguments, bool isPut)
       : arguments_(arguments),
         values_(arguments.size()),
-        before_(arguments.size()),
-        passed_(arguments.size()) {
-    for (VARIANT& value : values_) VariantInit(&value);
-    try {
-      for (std::size_t i = 0; i < arguments.size(); ++i) {
-        toSystem(arguments[i], values_[i]);
-        before_[i] = values_[i];
-      }
-    } catch (...) {
-      clear();
-      throw;
+        passed_(arguments.size()),
+        places_(arguments.size() - (isPut && !arguments.empty() ? 1 : 0)) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) toSystem(arguments[i], values_[i]);
+    passByValue();
+    for (std::size_t i = 0; i < places_; ++i) {
+      if (!isPlace(i)) continue;
+      passed(i).vt = VT_BYREF | VT_VARIANT;
+      passed(i).pvarVal = &values_[i];
     }
-    passByReference(isPut);
   }
-  ~PassedArguments() { clear(); }
-  PassedArguments(const PassedArguments&) = delete;
-  PassedArguments& operator=(const PassedArguments&) = delete;
 
-  VARIANT* first() { return passed_.data(); }
-  UINT count() const { return static_cast<UINT>(passed_.size()); }
+  DISPPARAMS parameters() { return {passed_.data(), nullptr, static_cast<UINT>(passed_.size()), 0}; }
 
   void passByValue() {
-    for (std::size_t i = 0; i < values_.size(); ++i) place(i) = values_[i];
+    for (std::size_t i = 0; i < values_.size(); ++i) passed(i) = values_[i];
   }
 
   void writeBack() {
-    for (std::size_t i = 0; i < values_.size(); ++i)
-      if (place(i).vt == (VT_BYREF | VT_VARIANT) && hasChanged(i)) arguments_[i] = fromSystem(values_[i]);
+    for (std::size_t i = 0; i < places_; ++i)
+      if (isPlace(i)) arguments_[i] = fromSystem(values_[i]);
   }
 
  private:
-  VARIANT& place(std::size_t i) { return passed_[passed_.size() - 1 - i]; }
+  VARIANT& passed(std::size_t i) { return passed_[passed_.size() - 1 - i]; }
 
-  void passByReference(bool isPut) {
-    passByValue();
-    for (std::size_t i = 0; i < values_.size(); ++i) {
-      if (arguments_[i].isMissing() || (isPut && i + 1 == values_.size())) continue;
-      place(i).vt = VT_BYREF | VT_VARIANT;
-      place(i).pvarVal = &values_[i];
-    }
-  }
-
-  // An array may have been written into where it lies.
-  bool hasChanged(std::size_t i) const {
-    return (values_[i].vt & VT_ARRAY) != 0 || std::memcmp(&values_[i], &before_[i], sizeof(VARIANT)) != 0;
-  }
-
-  void clear() {
-    for (VARIANT& value : values_) VariantClear(&value);
-  }
+  bool isPlace(std::size_t i) const { return arguments_[i].isEmpty() || arguments_[i].isArray(); }
 
   std::span<Variant> arguments_;
-  std::vector<VARIANT> values_;
-  std::vector<VARIANT> before_;  // bit by bit; owns nothing
+  std::vector<OwnedVariant> values_;
   std::vector<VARIANT> passed_;  // owns nothing
+  std::size_t places_;           // so many arguments, from the first, may be written to
 };
 
 bool isMismatch(HRESULT result) { return result == DISP_E_TYPEMISMATCH || result == DISP_E_BADVARTYPE; }
+
+// Objects whose members come and go, those of scripts among them; nothing for others.
+IDispatchEx* changingObject(IUnknown& object) {
+  IDispatchEx* changing = nullptr;
+  object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(&changing));
+  return changing;
+}
+
+bool isChanging(IUnknown& object) {
+  IDispatchEx* changing = changingObject(object);
+  if (changing) changing->Release();
+  return changing != nullptr;
+}
+
+HRESULT findName(IDispatch& object, const String& name, DISPID& id) {
+  auto* units = const_cast<wchar_t*>(wide(name));  // read only, whatever the declaration says
+  const HRESULT result = object.GetIDsOfNames(IID_NULL, &units, 1, LOCALE_USER_DEFAULT, &id);
+  IDispatchEx* changing = result < 0 ? changingObject(object) : nullptr;
+  if (!changing) return result;
+  // Only so are names found in any letter case, and those that came late.
+  const BSTR text = SysAllocString(units);
+  const HRESULT late = changing->GetDispID(text, fdexNameCaseInsensitive, &id);
+  SysFreeString(text);
+  changing->Release();
+  return late;
+}
+
+// What a script gives for a method that is read as if it were a property.
+bool isFunction(const VARIANT& value) {
+  DISPID id = DISPID_UNKNOWN;
+  return value.vt == VT_DISPATCH && value.pdispVal && isChanging(*value.pdispVal) &&
+         findName(*value.pdispVal, u"apply", id) >= 0;
+}
 
 }  // namespace
 
@@ -91,20 +100,8 @@ ForeignObject::~ForeignObject() { dispatch_->Release(); }
 long ForeignObject::idOf(StringView name) const {
   if (name.empty()) return DISPID_VALUE;
   if (equalFolded(name, u"NewEnum") || equalFolded(name, u"_NewEnum")) return DISPID_NEWENUM;
-  const String ended(name);
-  auto* units = const_cast<wchar_t*>(wide(ended));  // read only, whatever the declaration says
   DISPID id = DISPID_UNKNOWN;
-  HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, &units, 1, LOCALE_USER_DEFAULT, &id);
-  if (result >= 0) return id;
-  // Objects whose members come and go may only tell in this way.
-  IDispatchEx* changing = nullptr;
-  if (dispatch_->QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(&changing)) < 0)
-    raiseComError(result);
-  const BSTR text = SysAllocString(units);
-  result = changing->GetDispID(text, fdexNameCaseInsensitive, &id);
-  SysFreeString(text);
-  changing->Release();
-  requireSuccess(result);
+  requireSuccess(findName(*dispatch_, String(name), id));
   return id;
 }
 
@@ -123,34 +120,39 @@ Variant ForeignObject::Invoke(StringView name, InvokeKind kind, std::span<Varian
   const Ref<Object> alive(this);  // the call may let go of us
   const bool isPut = kind == InvokeKind::Put || kind == InvokeKind::PutRef;
   const DISPID id = idOf(name);
-  const WORD flags = id == DISPID_NEWENUM ? DISPATCH_METHOD | DISPATCH_PROPERTYGET : static_cast<WORD>(kind);
+  const auto flags = static_cast<WORD>(id == DISPID_NEWENUM ? InvokeKind::MethodOrGet : kind);
   PassedArguments passed(arguments, isPut);
+  DISPPARAMS parameters = passed.parameters();
   DISPID putValue = DISPID_PROPERTYPUT;
-  DISPPARAMS parameters{passed.first(), isPut ? &putValue : nullptr, passed.count(), isPut ? 1U : 0U};
-  VARIANT result;
-  VariantInit(&result);
+  if (isPut) {
+    parameters.rgdispidNamedArgs = &putValue;
+    parameters.cNamedArgs = 1;
+  }
+  OwnedVariant result;
   EXCEPINFO exception{};
-  HRESULT code = S_OK;
-  const auto call = [&] {
+  const auto call = [&](WORD asked) {
     UINT wrong = 0;
-    code = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, isPut ? nullptr : &result,
+    return dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, asked, &parameters, isPut ? nullptr : &result,
                              &exception, &wrong);
   };
-  call();
+  HRESULT code = S_OK;
+  if (kind == InvokeKind::MethodOrGet && arguments.empty() && isChanging(*dispatch_)) {
+    // A script's object answers a read only where nothing else is asked for.
+    code = call(DISPATCH_PROPERTYGET);
+    if (code == DISP_E_MEMBERNOTFOUND || isFunction(result)) {
+      VariantClear(&result);
+      code = call(DISPATCH_METHOD);
+    }
+  } else {
+    code = call(flags);
+  }
   if (isMismatch(code)) {  // not every object takes references
     passed.passByValue();
-    call();
+    code = call(flags);
   }
   if (code < 0) raiseComError(code, &exception);
-  try {
-    passed.writeBack();
-    Variant answer = id == DISPID_NEWENUM ? enumeratorIn(result) : fromSystem(result);
-    VariantClear(&result);
-    return answer;
-  } catch (...) {
-    VariantClear(&result);
-    throw;
-  }
+  passed.writeBack();
+  return id == DISPID_NEWENUM ? enumeratorIn(result) : fromSystem(result);
 }
 
 ForeignEnumerator::ForeignEnumerator(IEnumVARIANT* items) : items_(items) { items_->AddRef(); }
@@ -158,19 +160,12 @@ ForeignEnumerator::ForeignEnumerator(IEnumVARIANT* items) : items_(items) { item
 ForeignEnumerator::~ForeignEnumerator() { items_->Release(); }
 
 bool ForeignEnumerator::next(Variant& item) {
-  VARIANT found;
-  VariantInit(&found);
+  OwnedVariant found;
   ULONG count = 0;
   const HRESULT result = items_->Next(1, &found, &count);
   requireSuccess(result);
   if (result != S_OK) return false;
-  try {
-    item = fromSystem(found);
-  } catch (...) {
-    VariantClear(&found);
-    throw;
-  }
-  VariantClear(&found);
+  item = fromSystem(found);
   return true;
 }
 

@@ -18,8 +18,9 @@ class ForeignObject : public Object {
   // Holds a reference of its own.
   explicit ForeignObject(IDispatch* dispatch);
 
-  // Arguments are passed by reference, as a script passes its variables, and written back; those that were
-  // left out, and the value of a put, are passed as they are. "NewEnum" gives an Enumerator.
+  // Arguments are passed by value, which every object takes. Only an Empty one, which holds a place for an
+  // answer, and an array, which may be filled, are passed as a script passes its variables, and written back.
+  // "NewEnum" gives an Enumerator.
   Variant Invoke(StringView name, InvokeKind kind, std::span<Variant> arguments) override;
 
   IDispatch* dispatch() const { return dispatch_; }

@@ -13,6 +13,7 @@
 #include "automation/Error.h"
 #include "platform/windows/ComErrors.h"
 #include "platform/windows/ForeignObject.h"
+#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/WideText.h"
 
 namespace zelUtilities {
@@ -20,14 +21,6 @@ namespace zelUtilities {
 namespace {
 
 const ObjectBridge* objectBridge = nullptr;
-
-// Cleared at the end.
-struct OwnedVariant : VARIANT {
-  OwnedVariant() { VariantInit(this); }
-  ~OwnedVariant() { VariantClear(this); }
-  OwnedVariant(const OwnedVariant&) = delete;
-  OwnedVariant& operator=(const OwnedVariant&) = delete;
-};
 
 // The elements of an array, locked in their place for as long as this lives.
 class ArrayAccess {

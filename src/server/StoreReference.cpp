@@ -1,9 +1,10 @@
-#include "server/SystemVariant.h"
+#include "server/StoreReference.h"
 
 #include <cstring>
 
 #include "automation/Error.h"
 #include "platform/windows/ComErrors.h"
+#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/VariantConversion.h"
 
 namespace zelUtilities {
@@ -51,7 +52,7 @@ void exchange(void* place, void* content, std::size_t size) {
 }
 
 // An array whose memory is the client's own keeps it; any other is replaced.
-void storeArray(SAFEARRAY** place, SystemVariant& value) {
+void storeArray(SAFEARRAY** place, OwnedVariant& value) {
   constexpr USHORT inPlace = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
   if (*place && ((*place)->fFeatures & inPlace) != 0)
     return requireSuccess(SafeArrayCopyData(value.parray, *place));
@@ -61,7 +62,7 @@ void storeArray(SAFEARRAY** place, SystemVariant& value) {
 }  // namespace
 
 void storeReference(const VARIANT& reference, const Variant& value) {
-  SystemVariant stored;
+  OwnedVariant stored;
   toSystem(value, stored);
   const VARTYPE type = reference.vt & ~VT_BYREF;
   if (type == VT_VARIANT) {
