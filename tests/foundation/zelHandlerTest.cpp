@@ -19,6 +19,7 @@ class DefaultLogger : public LogTest, public Clock {
       if (files().fileExists(path(name))) files().remove(path(name));
   }
   Date now() override { return {45360.5874884259}; }
+  Date universalNow() override { return now(); }
   static String path(StringView name) { return machine().homeFolder() + u"/" + String(name); }
 
  private:

@@ -12,16 +12,29 @@
 namespace zelUtilities {
 namespace {
 
-TEST(Clock, TellsLocalTime) {
+TEST(Clock, TellsLocalAndUniversalTime) {
   // The tests run in UTC. 25569 days lie between the day 0 and 1970.
   const double days = 25569 + static_cast<double>(std::time(nullptr)) / 86400;
   EXPECT_NEAR(now().days, days, 5.0 / 86400);
+  EXPECT_NEAR(universalNow().days, days, 5.0 / 86400);
 }
 
 TEST(Machine, KnowsItsProcessAndNames) {
   EXPECT_NE(machine().processId(), 0U);
-  EXPECT_NE(machine().computerName(), u"");
+  for (const std::int32_t kind : {ComputerNameKind::NetBios, ComputerNameKind::Host, ComputerNameKind::Full})
+    EXPECT_NE(machine().computerName(kind), u"");
+  for (const std::int32_t kind : {-1, 8}) EXPECT_EQ(machine().computerName(kind), u"");
   EXPECT_NE(machine().userName(), u"");
+}
+
+TEST(Machine, KnowsItsSystemAndMakesIdentifiersThatDiffer) {
+  ASSERT_TRUE(machine().systemVersion());
+  EXPECT_NE(machine().systemVersion()->platform, 0U);
+  const Guid first = machine().newGuid();
+  const Guid second = machine().newGuid();
+  EXPECT_TRUE(first.data1 != second.data1 || first.data4 != second.data4);
+  EXPECT_EQ(first.data3 >> 12, 4);         // random,
+  EXPECT_EQ(first.data4[0] & 0xC0, 0x80);  // as the standard marks it
 }
 
 TEST(Machine, MakesTheHomeFolderThatTheEnvironmentNames) {

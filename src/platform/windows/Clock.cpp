@@ -8,14 +8,23 @@ namespace zelUtilities {
 
 namespace {
 
+Date dateIn(const SYSTEMTIME& time) {
+  const double milliseconds =
+      (time.wHour * 3600 + time.wMinute * 60 + time.wSecond) * 1000.0 + time.wMilliseconds;
+  return {dayNumberOf(time.wYear, time.wMonth, time.wDay) + milliseconds / 86400000.0};
+}
+
 class WindowsClock : public Clock {
  public:
   Date now() override {
     SYSTEMTIME local{};
     GetLocalTime(&local);
-    const double milliseconds =
-        (local.wHour * 3600 + local.wMinute * 60 + local.wSecond) * 1000.0 + local.wMilliseconds;
-    return {dayNumberOf(local.wYear, local.wMonth, local.wDay) + milliseconds / 86400000.0};
+    return dateIn(local);
+  }
+  Date universalNow() override {
+    SYSTEMTIME universal{};
+    GetSystemTime(&universal);
+    return dateIn(universal);
   }
 };
 

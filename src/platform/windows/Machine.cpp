@@ -1,6 +1,10 @@
 #include "platform/Machine.h"
 
+#include <objbase.h>
 #include <windows.h>
+#include <winnetwk.h>
+
+#include <iterator>
 
 #include "automation/Error.h"
 #include "platform/windows/FileErrors.h"
@@ -45,16 +49,38 @@ class WindowsMachine : public Machine {
  public:
   std::uint32_t processId() override { return GetCurrentProcessId(); }
 
-  String computerName() override {
-    wchar_t name[MAX_COMPUTERNAME_LENGTH + 1];
-    DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
-    return GetComputerNameW(name, &size) ? fromWide(name, size) : String();
+  String computerName(std::int32_t kind) override {
+    const auto format = static_cast<COMPUTER_NAME_FORMAT>(kind);
+    String name(256, u'\0');
+    auto size = static_cast<DWORD>(name.size());
+    if (!GetComputerNameExW(format, wideBuffer(name), &size)) {
+      name.resize(size);
+      if (!GetComputerNameExW(format, wideBuffer(name), &size)) return {};
+    }
+    name.resize(size);
+    return name;
   }
 
   String userName() override {
-    wchar_t name[257];
-    DWORD size = 257;  // with the terminator, before and after
-    return GetUserNameW(name, &size) ? fromWide(name, size - 1) : String();
+    String name(256, u'\0');
+    DWORD size = 255;
+    if (WNetGetUserW(nullptr, wideBuffer(name), &size) != NO_ERROR) return {};
+    return name.substr(0, name.find(u'\0'));
+  }
+
+  std::optional<SystemVersion> systemVersion() override {
+    OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    if (!GetVersionExW(&version)) return {};
+    return SystemVersion{version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion,
+                         version.dwBuildNumber,
+                         fromWide(version.szCSDVersion, std::size(version.szCSDVersion))};
+  }
+
+  Guid newGuid() override {
+    GUID guid{};
+    if (FAILED(CoCreateGuid(&guid))) throw Error(ErrorNumber::InternalError);
+    return {static_cast<std::uint32_t>(guid.Data1), guid.Data2, guid.Data3, std::to_array(guid.Data4)};
   }
 
   String homeFolder() override {
