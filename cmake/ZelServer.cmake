@@ -38,6 +38,7 @@ add_library(
   EventSinks.cpp
   Exports.cpp
   Registration.cpp
+  ScriptValue.cpp
   ServedClass.cpp
   ServerLife.cpp
   StoreReference.cpp

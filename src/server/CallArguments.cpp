@@ -7,6 +7,7 @@
 #include "automation/Error.h"
 #include "platform/windows/ComErrors.h"
 #include "platform/windows/VariantConversion.h"
+#include "server/ScriptValue.h"
 #include "server/StoreReference.h"
 
 namespace zelUtilities {
@@ -71,11 +72,12 @@ void CallArguments::take(std::size_t position, VARIANT& passed) {
   const VARIANT* value = &passed;
   // A script's variable; a second step only ever leads to its content.
   for (int steps = 0; steps < 2 && value->vt == (VT_BYREF | VT_VARIANT); ++steps) value = value->pvarVal;
+  const TypeInfo& wanted =
+      position < member_.parameters.size() ? member_.parameters[position].type : member_.result;
   values_[position] = fromSystem(*value);
+  if (values_[position].isObject()) values_[position] = scriptValue(std::move(values_[position]), wanted);
 
-  const bool isReference = (passed.vt & VT_BYREF) != 0 && position < member_.parameters.size() &&
-                           member_.parameters[position].type.byReference;
-  if (!isReference) return;
+  if ((passed.vt & VT_BYREF) == 0 || !wanted.byReference) return;
   origins_.resize(values_.size());
   origins_[position] = {&passed, values_[position]};
 }

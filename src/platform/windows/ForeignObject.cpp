@@ -105,6 +105,11 @@ long ForeignObject::idOf(StringView name) const {
   return id;
 }
 
+bool ForeignObject::knows(StringView name) const {
+  DISPID id = DISPID_UNKNOWN;
+  return findName(*dispatch_, String(name), id) >= 0;
+}
+
 // An enumerator may have members too and be a ForeignObject elsewhere; here it is asked for as what it is.
 static Variant enumeratorIn(const VARIANT& result) {
   const bool isObject = (result.vt == VT_UNKNOWN || result.vt == VT_DISPATCH) && result.punkVal;

@@ -24,6 +24,8 @@ class ForeignObject : public Object {
   Variant Invoke(StringView name, InvokeKind kind, std::span<Variant> arguments) override;
 
   IDispatch* dispatch() const { return dispatch_; }
+  // Whether it has a member of the name now.
+  bool knows(StringView name) const;
 
  protected:
   ~ForeignObject() override;
