@@ -68,4 +68,15 @@ std::size_t TextSearch::findBy(StringView text, std::size_t from) const {
   return StringView::npos;
 }
 
+String replaceEach(StringView text, StringView pattern, StringView replacement) {
+  String out;
+  if (pattern.empty()) return out.append(text);
+  std::size_t done = 0;
+  for (std::size_t at = text.find(pattern); at != StringView::npos; at = text.find(pattern, done)) {
+    out.append(text, done, at - done).append(replacement);
+    done = at + pattern.size();
+  }
+  return out.append(text.substr(done));
+}
+
 }  // namespace zelUtilities

@@ -37,4 +37,7 @@ class TextSearch {
   std::vector<std::uint32_t> restart_;
 };
 
+// The text with each occurrence of a pattern, as written, replaced, from left to right in one pass.
+String replaceEach(StringView text, StringView pattern, StringView replacement);
+
 }  // namespace zelUtilities

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/ArrayData.h"
 #include "automation/LocaleGuard.h"
 #include "foundation/ClassRegistry.h"
 #include "platform/Locale.h"
+#include "support/RaisedError.h"
 #include "text/TextClasses.h"
+#include "text/TextSearch.h"
 
 namespace zelUtilities {
 namespace {
@@ -43,6 +46,71 @@ TEST(XMLText, CharactersBeyondAsciiAreWrittenByTheirCodePageValueIfTheyHaveOne) 
 
 TEST(XMLText, WhatIsNoEntityStays) {
   EXPECT_EQ(fromXML(u"&#233;&&lt &LT; &l&lt;t;&"), "&#233;&&lt &LT; &l<t;&");
+}
+
+TEST(XMLText, AnAttributeIsWrittenUnlessItsValueIsEmptyOrTheDefault) {
+  const std::tuple<StringView, Variant, StringView> cases[] = {
+      {u"5", u"5", u""},
+      {u"", u"5", u""},
+      {u"6", u"5", u" w='6'"},
+      {u"a'b", u"", u" w='a&apos;b'"},
+      {u"5", 5, u" w='5'"},  // a number is less than any text
+      {u"5", Variant::null(), u" w='5'"}};
+  for (const auto& [value, byDefault, attribute] : cases)
+    EXPECT_EQ(toUtf8(zel_AttrFromValue(u"w", value, byDefault)), toUtf8(attribute));
+  EXPECT_EQ(raisedError([] { zel_AttrFromValue(u"w", u"5", ArrayData::ofVariants({})); }),
+            "13|mXML.AttrFromValue::|Type mismatch");
+}
+
+TEST(XMLText, AnElementIsALineAndChildMarkupStandsOnLinesOfItsOwn) {
+  const auto element = [](StringView value, StringView attributes = {}, bool isChild = false,
+                          StringView margin = {}) {
+    return toUtf8(zel_ElementFromValue(u"A", value, margin, attributes, isChild, u"def"));
+  };
+  EXPECT_EQ(element(u"def"), "");
+  EXPECT_EQ(element(u"def", u"x='1'"), "<A x='1'>def</A>\r\n");
+  EXPECT_EQ(toUtf8(zel_ElementFromValue(u"A", u"")), "");
+  EXPECT_EQ(element(u"", u" x='1'", true, u"  "), "  <A x='1' />\r\n");
+  EXPECT_EQ(element(u"1<2"), "<A>1&lt;2</A>\r\n");
+  EXPECT_EQ(element(u" <B>1</B>\r\n\r\n<C/> \r\n \r\n", u"", false, u" "),
+            " <A>\r\n   <B>1</B>\r\n<C/> \r\n \r\n </A>\r\n");
+  EXPECT_EQ(element(u"x", u"", true), "<A>\r\n  x\r\n</A>\r\n");
+  for (const StringView noMarkup : {u"<B>", u"<B/>x", u"x<B/>", u"<B/>\n", u"<B/>\r\n\n"})
+    EXPECT_EQ(element(noMarkup), "<A>" + toXML(noMarkup) + "</A>\r\n");
+}
+
+TEST(XMLText, FixedLines) {
+  EXPECT_EQ(toUtf8(zel_XMLCatalogEntry(-7, u"k'", u"<d>")),
+            "    <CatalogEntry ID='-7' Key='k'' Description='<d>' />\r\n");
+  EXPECT_EQ(toUtf8(zel_XMLError(u"a<b")), "    <Error Description='a&lt;b' />\r\n");
+  EXPECT_EQ(toUtf8(zel_XMLError(u"", u"s&", u"c'", u" ")),
+            " <Error Description='' Source='s&amp;' Context='c&apos;' />\r\n");
+  EXPECT_EQ(toUtf8(zel_SQLQuote(u"O'Brien \"''")), "'O''Brien \"'''''");
+  EXPECT_EQ(zel_ToXMLBoolean(zel_FromXMLBoolean(u"TRUE")), u"true");
+  for (const StringView no : {u"-1", u"1", u"yes", u"true ", u""}) EXPECT_FALSE(zel_FromXMLBoolean(no));
+}
+
+TEST(XMLText, FormattingPutsEachTagOnALine) {
+  const std::pair<StringView, std::string> cases[] = {
+      {u"<a><b>x</b><c/></a>", "<a>|    <b>|x</b>|    <c/>|</a>|"},
+      {u"  <a>  x y  </a>\r\n  <b />  ", "<a>|x y</a>|<b />|"},
+      {u"<?xml?><a/>", "<?xml?>|    <a/>|"},
+      {u"x<a>y<b>z", "x<a>|y    <b>|z"},
+      {u"</a></a/><b>", "</a>|</a/>|<b>|"},
+      {u"<a><b", "<a>|    <b"},
+      {u"> \r\n x \r\n\n<", ">x \n<"},
+      {u"plain", "plain"},
+      {u"", ""}};
+  for (const auto& [xml, lines] : cases)
+    EXPECT_EQ(toUtf8(replaceEach(zel_FormatXML(xml), u"\r\n", u"|")), lines) << toUtf8(xml);
+}
+
+TEST(XMLText, FormattingCountsThePositionsOfTagsIn16Bits) {
+  const String longest = u"<" + String(32765, u'a') + u">";
+  EXPECT_EQ(zel_FormatXML(longest + u"text").size(), 32773U);
+  EXPECT_EQ(zel_FormatXML(u"<a>" + String(100'000, u'x')).size(), 100'005U);
+  for (const String& tooLong : {u"x" + longest, longest + u"<b", String(32767, u'x') + u"<"})
+    EXPECT_EQ(raisedError([&] { zel_FormatXML(tooLong); }), "6|mXML.FormatXML::|Overflow");
 }
 
 TEST(XMLText, TheOperationsAreGlobal) {
