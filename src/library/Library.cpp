@@ -2,6 +2,7 @@
 
 #include "datalist/DatalistClasses.h"
 #include "files/FilesClasses.h"
+#include "globalization/GlobalizationClasses.h"
 #include "platform/Locale.h"
 #include "system/SystemClasses.h"
 #include "text/TextClasses.h"
@@ -15,6 +16,7 @@ struct WholeLibrary {
     registerText(classes);
     registerDatalist(classes);
     registerFiles(classes);
+    registerGlobalization(classes);
     registerSystem(classes);
     installSystemLocale();
     setCurrentClassRegistry(classes);

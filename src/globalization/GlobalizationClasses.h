@@ -1,0 +1,10 @@
+// The classes of this folder, for the class registry.
+#pragma once
+
+#include "foundation/ClassRegistry.h"
+
+namespace zelUtilities {
+
+void registerGlobalization(ClassRegistry& registry);
+
+}  // namespace zelUtilities
