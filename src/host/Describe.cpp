@@ -85,6 +85,10 @@ String signature(const Member& member) {
   return text;
 }
 
+String signature(const EventInfo& event) {
+  return u"Event " + event.name + u"(" + parametersText(event.parameters) + u")";
+}
+
 void printClasses(const ClassRegistry& registry, Console& console) {
   std::size_t width = 0;
   for (const ClassInfo* info : registry.classes()) width = std::max(width, info->name().size());
@@ -110,7 +114,7 @@ void printClass(const ClassInfo& info, Console& console) {
   }
   for (const EventInfo& event : info.events()) {
     console.print({});
-    console.print(u"Event " + event.name + u"(" + parametersText(event.parameters) + u")");
+    console.print(signature(event));
     printHelp(event.help, console);
   }
 }

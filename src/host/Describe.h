@@ -18,5 +18,6 @@ void printEnumeration(const EnumInfo& info, Console& console);
 
 // "zel_Name(sText As String, [lStart As Long = 1]) As Boolean", for a member's description and for messages.
 String signature(const Member& member);
+String signature(const EventInfo& event);
 
 }  // namespace zelUtilities::host

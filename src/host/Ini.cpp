@@ -1,12 +1,11 @@
 #include "host/Ini.h"
 
 #include <algorithm>
-#include <array>
 
 #include "automation/Conversions.h"
-#include "automation/Enumerator.h"
-#include "automation/Error.h"
+#include "automation/ItemWalk.h"
 #include "foundation/bas_Main.h"
+#include "host/LateCall.h"
 #include "platform/Files.h"
 #include "platform/Locale.h"
 
@@ -16,23 +15,10 @@ namespace {
 
 constexpr std::int32_t raiseErrors = 2;  // the error mode of reading a file
 
-template <class... Arguments>
-Variant call(Object& object, StringView name, const Arguments&... arguments) {
-  std::array<Variant, sizeof...(Arguments)> values = {Variant(arguments)...};
-  return object.Invoke(name, InvokeKind::MethodOrGet, values);
-}
-
-// What a call gave, which must be an object.
-Object& objectIn(const Variant& value) {
-  if (!value.isObject() || !value.object()) throw Error(ErrorNumber::ObjectNotSet);
-  return *value.object();
-}
-
 // Calls body(item) with each item of a collection.
 template <class Body>
 void forEach(Object& collection, const Body& body) {
-  const Ref<Enumerator> items = objectCast<Enumerator>(&objectIn(call(collection, u"NewEnum")));
-  if (!items) throw Error(ErrorNumber::ObjectDoesNotSupport);
+  const Ref<Enumerator> items = itemsOf(&collection);
   Variant item;
   while (items->next(item)) body(objectIn(item));
 }
@@ -48,8 +34,7 @@ class IniFile {
  public:
   // Raises, with a description for the user, what keeps the file from being read.
   IniFile(const ClassRegistry& registry, const String& file)
-      : registry_(registry), file_(file), list_(registry.create(u"zelUtilities.zelNodeList")) {
-    if (!list_) throw Error(ErrorNumber::CannotCreateObject, {}, u"the class zelNodeList is missing");
+      : registry_(registry), file_(file), list_(create(registry, u"zelNodeList")) {
     text_ = readText();
     call(*list_, u"InitializeAsINI");
     const bool loaded = toBoolean(call(*list_, u"LoadFromINI", file_));

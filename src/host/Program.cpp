@@ -6,8 +6,10 @@
 #include "host/Call.h"
 #include "host/Console.h"
 #include "host/Describe.h"
+#include "host/Docs.h"
 #include "host/Ini.h"
 #include "host/Publish.h"
+#include "host/Translate.h"
 #include "platform/Dialogs.h"
 
 namespace zelUtilities::host {
@@ -24,6 +26,9 @@ constexpr StringView help =
     "  zel ini list FILE                         the sections and entries of a settings file\n"
     "  zel ini get FILE SECTION NAME             the value of an entry\n"
     "  zel ini set FILE SECTION NAME VALUE       changes the value of an entry that is there\n"
+    "  zel translate FILE LANGUAGE SECTION CONTROL [PART [USE]]\n"
+    "                                            a text of a translation file; without USE, the Caption\n"
+    "  zel docs [FOLDER]                         the reference of all classes as Markdown, one page a class\n"
     "  zel idl                                   the interface description (IDL) of all classes\n"
     "  zel manifest                              the manifest for use without registration\n"
     "  zel --version\n"
@@ -103,6 +108,27 @@ int runIni(Words words, const ClassRegistry& registry, Console& console) {
   return succeeded;
 }
 
+int runTranslate(Words words, const ClassRegistry& registry, Console& console) {
+  if (words.size() < 4 || words.size() > 6) return notUnderstood;
+  TextName name;
+  name.section = words[2];
+  name.control = words[3];
+  if (words.size() > 4) name.part = words[4];
+  if (words.size() > 5) name.use = words[5];
+  translate(registry, words[0], words[1], name, console);
+  return succeeded;
+}
+
+int runDocs(Words words, const ClassRegistry& registry, Console& console) {
+  if (words.size() > 1) return notUnderstood;
+  if (words.empty()) {
+    printDocs(registry, console);
+  } else {
+    writeDocs(registry, words[0], console);
+  }
+  return succeeded;
+}
+
 int runCommand(Words words, const ClassRegistry& registry, Console& console) {
   if (words.empty()) return notUnderstood;
   const String& command = words[0];
@@ -110,6 +136,8 @@ int runCommand(Words words, const ClassRegistry& registry, Console& console) {
   if (command == u"describe") return runDescribe(rest, registry, console);
   if (command == u"call") return runCall(rest, registry, console);
   if (command == u"ini") return runIni(rest, registry, console);
+  if (command == u"translate") return runTranslate(rest, registry, console);
+  if (command == u"docs") return runDocs(rest, registry, console);
   if (!rest.empty()) return notUnderstood;
   if (command == u"classes") {
     printClasses(registry, console);

@@ -8,6 +8,7 @@
 #include "foundation/Handled.h"
 #include "host/Command.h"
 #include "platform/Dialogs.h"
+#include "platform/Files.h"
 
 namespace zelUtilities {
 
@@ -85,6 +86,30 @@ TEST(Zel, DescribesClassesAndEnumerations) {
   EXPECT_EQ(zel("describe test_shades"),
             "0|TEST_Shades\n    TEST_Shade_Light = 1\n    TEST_Shade_Dark = 2\n|");
   EXPECT_EQ(zel("describe zelNothing"), "1||zel: there is no class zelNothing; see: zel classes\n");
+}
+
+TEST(Zel, WritesTheReferenceOnePageAClass) {
+  const std::string lamp =
+      "# testLamp\n\nA lamp.\n\nCreated by `CreateObject(\"zelUtilities.testLamp\")`.\n\n"
+      "## Properties\n\n### Item\n\n```vb\nItem(vKey As Variant) As Object\n```\n\n"
+      "A bulb. Read only. The default member.\n\n"
+      "### Shade\n\n```vb\nShade As TEST_Shades\n```\n\nHow light it is. Read and write.\n\n"
+      "See [TEST_Shades](enumerations.md#test_shades).\n\n"
+      "## Methods\n\n### Turn\n\n```vb\nTurn([sHow As String = \"on\"], [vTag As Variant], "
+      "[eShade As TEST_Shades = TEST_Shade_Dark])\n```\n\nTurns it.\n\n"
+      "See [TEST_Shades](enumerations.md#test_shades).\n\n"
+      "## Events\n\n### Turned\n\n```vb\nEvent Turned(ByRef bCancel As Boolean)\n```\n\nIt was turned.\n";
+  const std::string all = zel("docs");
+  EXPECT_THAT(all, HasSubstr("\n" + lamp + "\n"));
+  EXPECT_THAT(all, HasSubstr("| [testLamp](testLamp.md) | A lamp. |\n"));
+  EXPECT_THAT(all, HasSubstr("- `zel_Darker` of [testFunctions](testFunctions.md)\n- `zel_Fail` of"));
+  EXPECT_THAT(all, testing::EndsWith("## TEST_Shades\n\n| name | value |\n|---|---|\n"
+                                     "| `TEST_Shade_Light` | 1 |\n| `TEST_Shade_Dark` | 2 |\n\n|"));
+  EXPECT_EQ(zel("docs d"), "0|4 pages in d\n|");
+  EXPECT_EQ(files().readWhole(u"d\\testLamp.md"), lamp);
+  EXPECT_EQ(files().findAll(u"d\\*").size(), 4u);
+  files().removeFolder(u"d", true);
+  EXPECT_THAT(zel("docs missing/d"), HasSubstr("(error 76)"));
 }
 
 TEST(Zel, CallsWithArgumentsOfTheParametersTypesAndPrintsWhatPeopleRead) {
