@@ -41,17 +41,16 @@ bool canAnswer(const Member& member, WORD flags) {
   return member.isProperty || (flags & anyCall) != DISPATCH_PROPERTYGET;
 }
 
+// The object if it is an enumerator, else nothing. Those have no description.
+Enumerator* enumeratorOf(Object* object) {
+  return object && !object->classInfo() ? dynamic_cast<Enumerator*>(object) : nullptr;
+}
+
 void giveResult(const Variant& answer, VARIANT* result) {
   if (!result) return;
   VariantInit(result);
-  if (answer.isObject() && answer.object()) {
-    if (auto* items = dynamic_cast<Enumerator*>(answer.object())) {  // clients expect it as unknown
-      result->punkVal = EnumeratorBridge::create(*items);
-      result->vt = VT_UNKNOWN;
-      return;
-    }
-  }
   toSystem(answer, *result);
+  if (answer.isObject() && enumeratorOf(answer.object())) result->vt = VT_UNKNOWN;  // as clients expect it
 }
 
 // The position of a parameter, which is its identifier.
@@ -214,7 +213,7 @@ HRESULT Bridge::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
 namespace {
 
 IDispatch* bridgeTo(Object& object) {
-  if (auto* items = dynamic_cast<Enumerator*>(&object)) return EnumeratorBridge::create(*items);
+  if (Enumerator* items = enumeratorOf(&object)) return EnumeratorBridge::create(*items);
   return Bridge::of(object);
 }
 

@@ -52,7 +52,7 @@ Variant arrayIn(ForeignObject& object, VariantKind elementKind) {
 
 Variant scriptValue(Variant given, const TypeInfo& wanted) {
   if (!given.isObject() || wanted.kind == VariantKind::Object) return given;
-  const Ref<ForeignObject> object = objectCast<ForeignObject>(given.object());
+  const Ref<ForeignObject> object = foreignObject(given.object());
   if (!object) return given;
   if (wanted.array) return object->knows(u"length") ? arrayIn(*object, wanted.kind) : given;
   const bool takesDate = wanted.kind == VariantKind::Date || wanted.kind == VariantKind::Variant;

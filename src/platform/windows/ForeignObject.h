@@ -51,6 +51,11 @@ class ForeignEnumerator : public Enumerator {
   IEnumVARIANT* items_;
 };
 
+// The object if it is somebody else's, else nothing. Objects with a description are told by it, which is quick.
+inline ForeignObject* foreignObject(Object* object) {
+  return object && !object->classInfo() ? dynamic_cast<ForeignObject*>(object) : nullptr;
+}
+
 // As a ForeignObject or a ForeignEnumerator; raises 430 for an object that is neither.
 Ref<Object> wrapForeign(IUnknown* object);
 

@@ -49,7 +49,7 @@ BSTR newText(StringView text) {
 
 IDispatch* dispatchOf(Object* object) {
   if (!object) return nullptr;
-  if (auto* foreign = dynamic_cast<ForeignObject*>(object)) {
+  if (auto* foreign = foreignObject(object)) {
     foreign->dispatch()->AddRef();
     return foreign->dispatch();
   }
