@@ -38,6 +38,8 @@ StringView errorText(std::int32_t number) {
       return u"Input past end of file";
     case ErrorNumber::PermissionDenied:
       return u"Permission denied";
+    case ErrorNumber::DifferentDrive:
+      return u"Can't rename with different drive";
     case ErrorNumber::PathFileAccess:
       return u"Path/File access error";
     case ErrorNumber::PathNotFound:

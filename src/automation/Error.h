@@ -31,6 +31,7 @@ inline constexpr std::int32_t FileAlreadyExists = 58;
 inline constexpr std::int32_t DiskFull = 61;
 inline constexpr std::int32_t InputPastEnd = 62;
 inline constexpr std::int32_t PermissionDenied = 70;
+inline constexpr std::int32_t DifferentDrive = 74;
 inline constexpr std::int32_t PathFileAccess = 75;
 inline constexpr std::int32_t PathNotFound = 76;
 inline constexpr std::int32_t ObjectNotSet = 91;

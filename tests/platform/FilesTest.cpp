@@ -56,10 +56,10 @@ TEST_F(FilesContract, ContentsComeBackByteForByte) {
   every += "\r\n\n\r\x1A after the end mark";
   files().replaceWhole(in(u"a.bin"), every);
   EXPECT_EQ(files().readWhole(in(u"a.bin")), every);
-  EXPECT_EQ(files().length(in(u"a.bin")), every.size());
+  EXPECT_EQ(files().details(in(u"a.bin")).length, every.size());
   files().replaceWhole(in(u"a.bin"), "");
   EXPECT_EQ(files().readWhole(in(u"a.bin")), "");
-  EXPECT_EQ(files().length(in(u"a.bin")), 0U);
+  EXPECT_EQ(files().details(in(u"a.bin")).length, 0U);
 }
 
 TEST_F(FilesContract, ReplacingLeavesNothingElseInTheFolder) {
@@ -95,30 +95,33 @@ TEST_F(FilesContract, NamesAreFoundInAnyLetterCase) {
   EXPECT_FALSE(files().fileExists(in(u"Data\\Settings.INI")));
 }
 
+// What each operation that takes one name raises for it.
+std::vector<std::int32_t> raisedBy(StringView name) {
+  Files& all = files();
+  return {raised([&] { all.readWhole(name); }),      raised([&] { all.replaceWhole(name, "x"); }),
+          raised([&] { all.overwrite(name, "x"); }), raised([&] { all.append(name, "x"); }),
+          raised([&] { all.remove(name); }),         raised([&] { all.details(name); }),
+          raised([&] { all.attributes(name); }),     raised([&] { all.rename(name, u"other"); }),
+          raised([&] { all.copy(name, u"other"); }), raised([&] { all.removeFolder(name); }),
+          raised([&] { all.createFolder(name); })};
+}
+
 TEST_F(FilesContract, AMissingFileAndAMissingFolderAreDifferentFailures) {
-  EXPECT_EQ(raised([&] { files().readWhole(in(u"none")); }), ErrorNumber::FileNotFound);
-  EXPECT_EQ(raised([&] { files().readWhole(in(u"none\\a")); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(raised([&] { files().length(in(u"none")); }), ErrorNumber::FileNotFound);
-  EXPECT_EQ(raised([&] { files().attributes(in(u"none\\a")); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(raised([&] { files().replaceWhole(in(u"none\\a"), "x"); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(raised([&] { files().overwrite(in(u"none\\a"), "x"); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(raised([&] { files().append(in(u"none\\a"), "x"); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(raised([&] { files().remove(in(u"none")); }), ErrorNumber::FileNotFound);
-  EXPECT_EQ(raised([&] { files().createFolder(in(u"none\\a")); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(raised([&] { files().removeFolder(in(u"none")); }), ErrorNumber::PathNotFound);
+  EXPECT_EQ(raisedBy(in(u"no\\a")), std::vector<std::int32_t>(11, ErrorNumber::PathNotFound));
+  EXPECT_EQ(raised([&] { files().readWhole(in(u"no")); }), ErrorNumber::FileNotFound);
+  EXPECT_EQ(raised([&] { files().details(in(u"no")); }), ErrorNumber::FileNotFound);
+  EXPECT_EQ(raised([&] { files().copy(in(u"no"), in(u"a")); }), ErrorNumber::FileNotFound);
+  EXPECT_EQ(raised([&] { files().rename(in(u"no"), in(u"a")); }), ErrorNumber::FileNotFound);
+  EXPECT_EQ(raised([&] { files().remove(in(u"no")); }), ErrorNumber::FileNotFound);
 }
 
 TEST_F(FilesContract, NamesThatCanBeNoFilesAreRefusedAndNameNothing) {
   for (const StringView name :
        {StringView(u""), StringView(u"a\0b", 3), StringView(u"*.txt"), StringView(u"a?")}) {
-    EXPECT_EQ(raised([&] { files().readWhole(name); }), ErrorNumber::BadFileName);
-    EXPECT_EQ(raised([&] { files().replaceWhole(name, "x"); }), ErrorNumber::BadFileName);
-    EXPECT_EQ(raised([&] { files().overwrite(name, "x"); }), ErrorNumber::BadFileName);
-    EXPECT_EQ(raised([&] { files().append(name, "x"); }), ErrorNumber::BadFileName);
-    EXPECT_EQ(raised([&] { files().remove(name); }), ErrorNumber::BadFileName);
-    EXPECT_EQ(raised([&] { files().createFolder(name); }), ErrorNumber::BadFileName);
+    EXPECT_EQ(raisedBy(name), std::vector<std::int32_t>(11, ErrorNumber::BadFileName));
     EXPECT_FALSE(files().fileExists(name));
     EXPECT_FALSE(files().folderExists(name));
+    EXPECT_FALSE(files().isSame(name, name));
   }
   EXPECT_EQ(files().findFirst(u""), u"");
   EXPECT_EQ(files().findFirst(StringView(u"a\0b", 3)), u"");
@@ -126,17 +129,20 @@ TEST_F(FilesContract, NamesThatCanBeNoFilesAreRefusedAndNameNothing) {
 
 TEST_F(FilesContract, AFolderIsNoFile) {
   files().createFolder(in(u"Sub"));
-  EXPECT_EQ(files().findFirst(in(u"Sub")), u"");
-  EXPECT_EQ(files().findFirst(in(u"Sub"), FileAttribute::Folder), u"Sub");
-  EXPECT_FALSE(files().fileExists(in(u"Sub")));
-  EXPECT_TRUE(files().folderExists(in(u"Sub")));
-  EXPECT_TRUE(files().folderExists(in(u"Sub\\")));
-  EXPECT_EQ(files().attributes(in(u"Sub")), FileAttribute::Folder);
-  EXPECT_EQ(raised([&] { files().readWhole(in(u"Sub")); }), ErrorNumber::PathFileAccess);
-  EXPECT_EQ(raised([&] { files().replaceWhole(in(u"Sub"), "x"); }), ErrorNumber::PathFileAccess);
-  EXPECT_EQ(raised([&] { files().overwrite(in(u"Sub"), "x"); }), ErrorNumber::PathFileAccess);
-  EXPECT_EQ(raised([&] { files().remove(in(u"Sub")); }), ErrorNumber::PathFileAccess);
-  EXPECT_EQ(raised([&] { files().createFolder(in(u"Sub")); }), ErrorNumber::FileAlreadyExists);
+  const String sub = in(u"Sub");
+  EXPECT_EQ(files().findFirst(sub), u"");
+  EXPECT_EQ(files().findAll(sub, FileAttribute::Folder), (std::vector<FileEntry>{{u"Sub", true}}));
+  EXPECT_FALSE(files().fileExists(sub));
+  EXPECT_TRUE(files().folderExists(sub) && files().folderExists(in(u"sub\\")));
+  EXPECT_TRUE(files().isSame(sub, in(u"SUB\\")) && !files().isSame(sub, folder_));
+  EXPECT_EQ(files().attributes(sub), FileAttribute::Folder);
+  EXPECT_EQ(files().details(sub).length, 0U);
+  for (const auto& refused :
+       {raised([&] { files().readWhole(sub); }), raised([&] { files().remove(sub); }),
+        raised([&] { files().replaceWhole(sub, "x"); }), raised([&] { files().overwrite(sub, "x"); }),
+        raised([&] { files().copy(sub, in(u"b")); })})
+    EXPECT_EQ(refused, ErrorNumber::PathFileAccess);
+  EXPECT_EQ(raised([&] { files().createFolder(sub); }), ErrorNumber::FileAlreadyExists);
 }
 
 TEST_F(FilesContract, WildcardsFindTheFirstNameInOrder) {
@@ -149,8 +155,8 @@ TEST_F(FilesContract, WildcardsFindTheFirstNameInOrder) {
   EXPECT_EQ(files().findFirst(in(u"no*")), u"noextension");
   EXPECT_EQ(files().findFirst(in(u"*.doc")), u"");
   EXPECT_EQ(files().findFirst(in(u"none\\*")), u"");
-  EXPECT_EQ(files().findAll(in(u"*.txt")), (std::vector<String>{u"b.txt", u"C.txt"}));
-  EXPECT_EQ(files().findAll(in(u"a.ini")), std::vector<String>{u"a.ini"});
+  EXPECT_EQ(files().findAll(in(u"*.txt")), (std::vector<FileEntry>{{u"b.txt"}, {u"C.txt"}}));
+  EXPECT_EQ(files().findAll(in(u"a.ini")), (std::vector<FileEntry>{{u"a.ini"}}));
   EXPECT_TRUE(files().findAll(in(u"*.doc")).empty());
 }
 
@@ -206,6 +212,52 @@ TEST_F(FilesContract, OverwritingLeavesWhatLiesBehind) {
   EXPECT_EQ(files().readWhole(in(u"new.txt")), "x");
 }
 
+TEST_F(FilesContract, ACopyHasTheContentsTheAttributesAndTheDate) {
+  const std::string large(300000, 'x');
+  files().replaceWhole(in(u"a.txt"), large);
+  files().replaceWhole(in(u"b.txt"), "old");
+  if (keepsAttributes()) files().setAttributes(in(u"b.txt"), FileAttribute::Hidden);
+  files().setAttributes(in(u"a.txt"), FileAttribute::ReadOnly | FileAttribute::Archive);
+  for (const StringView name : {u"B.TXT", u"c.txt"}) {
+    files().copy(in(u"a.txt"), in(name));
+    EXPECT_EQ(files().readWhole(in(name)), large);
+    EXPECT_EQ(files().attributes(in(name)), FileAttribute::ReadOnly | FileAttribute::Archive);
+    EXPECT_EQ(files().details(in(name)).modified, files().details(in(u"a.txt")).modified);
+  }
+  EXPECT_EQ(files().findAll(in(u"*")), (std::vector<FileEntry>{{u"a.txt"}, {u"b.txt"}, {u"c.txt"}}));
+}
+
+TEST_F(FilesContract, ACopyThatIsRefusedLeavesWhatWasThere) {
+  files().replaceWhole(in(u"a.txt"), "new");
+  files().replaceWhole(in(u"b.txt"), "old");
+  EXPECT_EQ(raised([&] { files().copy(in(u"a.txt"), in(u"b.txt"), false); }), ErrorNumber::FileAlreadyExists);
+  EXPECT_EQ(raised([&] { files().copy(in(u"a.txt"), in(u"A.TXT")); }), ErrorNumber::PermissionDenied);
+  EXPECT_EQ(raised([&] { files().copy(in(u"a.txt"), folder_); }), ErrorNumber::PathFileAccess);
+  files().setAttributes(in(u"b.txt"), FileAttribute::ReadOnly);
+  EXPECT_EQ(raised([&] { files().copy(in(u"a.txt"), in(u"b.txt")); }), ErrorNumber::PathFileAccess);
+  EXPECT_EQ(files().readWhole(in(u"a.txt")) + files().readWhole(in(u"b.txt")), "newold");
+  EXPECT_EQ(files().findAll(in(u"*")).size(), 2U);
+}
+
+TEST_F(FilesContract, RenamingReplacesOnlyWhenToldTo) {
+  files().replaceWhole(in(u"a.txt"), "a");
+  files().replaceWhole(in(u"b.txt"), "b");
+  files().createFolder(in(u"Sub"));
+  const auto renaming = [&](StringView from, StringView to, bool replacing) {
+    return raised([&] { files().rename(in(from), in(to), replacing); });
+  };
+  EXPECT_EQ(renaming(u"a.txt", u"b.txt", false), ErrorNumber::FileAlreadyExists);
+  EXPECT_EQ(renaming(u"a.txt", u"Sub", true), ErrorNumber::FileAlreadyExists);
+  EXPECT_EQ(renaming(u"Sub", u"b.txt", true), ErrorNumber::FileAlreadyExists);
+  EXPECT_NE(renaming(u"Sub", u"Sub\\Below", false), 0) << "into itself";
+  files().setAttributes(in(u"b.txt"), FileAttribute::ReadOnly);
+  EXPECT_EQ(renaming(u"a.txt", u"B.TXT", true), 0);
+  EXPECT_EQ(renaming(u"Sub", u"SUB", false), 0) << "only the letter case changes";
+  EXPECT_EQ(renaming(u"b.txt", u"Sub\\c.txt", false), 0);
+  EXPECT_EQ(files().readWhole(in(u"Sub\\c.txt")), "a");
+  EXPECT_EQ(files().findAll(in(u"*"), FileAttribute::Folder).size(), 1U);
+}
+
 TEST_F(FilesContract, PiecesAppendedByManyDoNotMix) {
   const auto append = [this](char letter) {
     for (int i = 0; i < 100; ++i) files().append(in(u"log"), std::string(300, letter) + "\n");
@@ -250,8 +302,22 @@ TEST_F(FilesContract, AFullPathNamesTheSameFileFromAnywhere) {
   EXPECT_EQ(files().fullPath(in(u"none")).substr(whole.size() - 5), u"none");
 }
 
-TEST_F(FilesContract, TheTemporaryFolderIsThere) {
+TEST_F(FilesContract, TheSystemsFoldersAreOnDrives) {
   EXPECT_TRUE(files().folderExists(files().temporaryFolder()));
+  for (const String& folder : {files().temporaryFolder(), files().windowsFolder()}) {
+    EXPECT_EQ(folder.substr(1, 2), u":\\");
+    EXPECT_EQ(folder.find(u'/'), String::npos);
+    EXPECT_NE(folder.back(), u'\\');
+  }
+}
+
+TEST_F(FilesContract, ATemporaryFileIsNewAndEmpty) {
+  const String one = files().createTemporary(folder_, u"prefix");
+  EXPECT_NE(files().createTemporary(folder_, u"prefix"), one);
+  EXPECT_TRUE(one.starts_with(files().fullPath(folder_)) || one.starts_with(folder_)) << toUtf8(one);
+  EXPECT_EQ(files().findAll(in(u"pre????.tmp")).size(), 2U);
+  EXPECT_EQ(files().readWhole(one), "");
+  EXPECT_EQ(raised([&] { files().createTemporary(in(u"no"), u"p"); }), ErrorNumber::PathNotFound);
 }
 
 TEST_F(FilesContract, AChosenCallCanBeMadeToFail) {
@@ -270,11 +336,33 @@ struct PatternCase {
 
 TEST(FilePattern, MatchesAsTheTableSays) {
   const PatternCase cases[] = {
-      {u"a.txt", u"a.txt", true},     {u"A.TXT", u"a.txt", true},   {u"a.txt", u"*", true},
-      {u"a", u"*.*", true},           {u"a.b.txt", u"*.txt", true}, {u"a.txt", u"*.tx", false},
-      {u"abcabc", u"a*c", true},      {u"abcabd", u"a*c", false},   {u"ab", u"a?", true},
-      {u"a", u"a?", false},           {u"abc", u"a**c", true},      {u"", u"", true},
-      {u"aaaaaaab", u"*a*a*b", true}, {u"x", u"", false},
+      {u"a.txt", u"a.txt", true},
+      {u"A.TXT", u"a.txt", true},
+      {u"a.txt", u"*", true},
+      {u"a", u"*.*", true},
+      {u"a.b.txt", u"*.txt", true},
+      {u"a.txt", u"*.tx", false},
+      {u"abcabc", u"a*c", true},
+      {u"abcabd", u"a*c", false},
+      {u"ab", u"a?", true},
+      {u"abc", u"a?", false},
+      {u"abc", u"a**c", true},
+      {u"", u"", true},
+      {u"aaaaaaab", u"*a*a*b", true},
+      {u"x", u"", false},
+      {u"x.html", u"*.htm", false},
+      {u"a", u"a?", true},
+      {u"a.txt", u"a??.txt", true},
+      {u"abcd.txt", u"a??.txt", false},
+      {u"file", u"f*.*", true},
+      {u"noext", u"*.?", true},
+      {u"a.txt", u"a.??", false},
+      {u"noext", u"*.", true},
+      {u"a.txt", u"*.", false},
+      {u"a.txt", u"a.*.", true},
+      {u"a.b.txt", u"a.*", true},
+      {u"a.b.c", u"*.b.c", true},
+      {u"a", u"?.", true},
   };
   for (const PatternCase& row : cases)
     EXPECT_EQ(matchesPattern(row.name, row.pattern), row.matches)

@@ -18,13 +18,14 @@ class FailingFiles : public Files {
   String findFirst(StringView pattern, std::uint32_t attributes) override {
     return pass("findFirst").findFirst(pattern, attributes);
   }
-  std::vector<String> findAll(StringView pattern, std::uint32_t attributes) override {
+  std::vector<FileEntry> findAll(StringView pattern, std::uint32_t attributes) override {
     return pass("findAll").findAll(pattern, attributes);
   }
   bool fileExists(StringView path) override { return pass("fileExists").fileExists(path); }
   bool folderExists(StringView path) override { return pass("folderExists").folderExists(path); }
   bool driveExists(StringView drive) override { return pass("driveExists").driveExists(drive); }
-  std::uint64_t length(StringView path) override { return pass("length").length(path); }
+  bool isSame(StringView path, StringView other) override { return pass("isSame").isSame(path, other); }
+  FileDetails details(StringView path) override { return pass("details").details(path); }
   std::uint32_t attributes(StringView path) override { return pass("attributes").attributes(path); }
   void setAttributes(StringView path, std::uint32_t attributes) override {
     pass("setAttributes").setAttributes(path, attributes);
@@ -37,11 +38,21 @@ class FailingFiles : public Files {
     pass("overwrite").overwrite(path, contents);
   }
   void append(StringView path, std::string_view contents) override { pass("append").append(path, contents); }
+  void copy(StringView from, StringView to, bool replacing) override {
+    pass("copy").copy(from, to, replacing);
+  }
+  void rename(StringView from, StringView to, bool replacing) override {
+    pass("rename").rename(from, to, replacing);
+  }
   void remove(StringView path, bool force) override { pass("remove").remove(path, force); }
   void createFolder(StringView path) override { pass("createFolder").createFolder(path); }
   void removeFolder(StringView path, bool force) override { pass("removeFolder").removeFolder(path, force); }
+  String createTemporary(StringView folder, StringView prefix) override {
+    return pass("createTemporary").createTemporary(folder, prefix);
+  }
   String fullPath(StringView path) override { return pass("fullPath").fullPath(path); }
   String temporaryFolder() override { return pass("temporaryFolder").temporaryFolder(); }
+  String windowsFolder() override { return pass("windowsFolder").windowsFolder(); }
 
  private:
   Files& pass(std::string_view call) {

@@ -41,8 +41,9 @@ void storeAttributes(const std::string& path, std::uint32_t bits, std::uint32_t 
   }
   char text[16] = {};
   const int size = std::snprintf(text, sizeof text, "0x%x", bits);
-  if (setxattr(path.c_str(), dosAttributes, text, static_cast<std::size_t>(size), 0) != 0)
-    raiseFileError(errno);
+  if (setxattr(path.c_str(), dosAttributes, text, static_cast<std::size_t>(size), 0) == 0) return;
+  // Whether something is to be archived is not worth a failure where nothing can be kept.
+  if (errno != ENOTSUP || (bits ^ usual) != FileAttribute::Archive) raiseFileError(errno);
 }
 
 std::uint32_t usualBits(const struct stat& status) {
@@ -59,6 +60,8 @@ std::uint32_t attributesFrom(const std::string& path, const struct stat& status)
 }  // namespace
 
 std::uint32_t fileAttributes(const std::string& path) { return attributesFrom(path, statusOf(path)); }
+
+std::uint32_t keptAttributes(const std::string& path) { return storedAttributes(path, 0) & storedBits; }
 
 void setFileAttributes(const std::string& path, std::uint32_t attributes) {
   const struct stat status = statusOf(path);
@@ -94,6 +97,12 @@ void copyAttributes(const std::string& from, int toFile) {
     const ssize_t length = getxattr(from.c_str(), name, value.data(), value.size());
     if (length >= 0) fsetxattr(toFile, name, value.data(), static_cast<std::size_t>(length), 0);
   }
+}
+
+void copyKeptAttributes(int from, int to) {
+  char text[256];
+  const ssize_t size = fgetxattr(from, dosAttributes, text, sizeof text);
+  if (size > 0) fsetxattr(to, dosAttributes, text, static_cast<std::size_t>(size), 0);
 }
 
 }  // namespace zelUtilities

@@ -24,7 +24,8 @@ auto uninterrupted(Call call) {
 
 FileDescriptor::FileDescriptor(const std::string& path, int flags, unsigned mode)
     : number_(uninterrupted([&] { return open(path.c_str(), flags | O_CLOEXEC, mode); })) {
-  if (number_ < 0) raiseFileError(errno);
+  // Where a file is to be created, it is its folder that is missing.
+  if (number_ < 0) raiseFileError(errno == ENOENT && (flags & O_CREAT) != 0 ? ENOTDIR : errno);
 }
 
 FileDescriptor::~FileDescriptor() {

@@ -80,6 +80,41 @@ void requireName(StringView path) {
     throw Error(ErrorNumber::BadFileName);
 }
 
+bool hasDrive(StringView path) { return path.size() >= 2 && path[1] == u':' && isLetter(path[0]); }
+
+// The path's drive as a native folder with a separator, "" where it has none; it is taken from the path.
+std::string takeDrive(StringView& path) {
+  requireName(path);
+  if (path.starts_with(u"\\\\")) throw Error(ErrorNumber::PathNotFound);  // another machine's
+  if (!hasDrive(path)) return {};
+  const std::string root = driveRoot(path[0]) + "/";
+  path.remove_prefix(2);
+  path.remove_prefix(std::min(path.find_first_not_of(separators), path.size()));
+  return root;
+}
+
+std::string walkFrom(StringView path) {
+  std::string start = takeDrive(path);
+  return walk(std::move(start), path);
+}
+
+// The native path in the client's spelling.
+std::string asSpelled(StringView path) {
+  std::string start = takeDrive(path);
+  std::string rest = toUtf8(path);
+  std::replace(rest.begin(), rest.end(), '\\', '/');
+  return start + rest;
+}
+
+// The root of a drive that there is; "" otherwise.
+std::string rootIfThere(char16_t letter) {
+  try {
+    return driveRoot(letter);
+  } catch (const Error&) {
+    return {};
+  }
+}
+
 }  // namespace
 
 std::string driveRoot(char16_t letter) {
@@ -95,21 +130,50 @@ std::string driveRoot(char16_t letter) {
 }
 
 std::string nativePath(StringView path) {
+  const std::string spelled = asSpelled(path);
+  if (isThere(spelled)) return spelled;  // mostly, and found in one step
+  const std::size_t last = lastPartOf(path);
+  if (last == path.size() || last == 0) return walkFrom(path);
+  const std::string folder = asSpelled(path.substr(0, last));
+  return isThere(folder) ? walk(folder, path.substr(last)) : walkFrom(path);
+}
+
+std::string targetPath(StringView path) {
   requireName(path);
-  if (path.starts_with(u"\\\\")) throw Error(ErrorNumber::PathNotFound);  // another machine's
-  std::string start;
-  if (path.size() >= 2 && path[1] == u':' && isLetter(path[0])) {
-    start = driveRoot(path[0]) + "/";
-    path.remove_prefix(2);
-    path.remove_prefix(std::min(path.find_first_not_of(separators), path.size()));
+  while (path.size() > lastPartOf(path) + 1 && separators.find(path.back()) != StringView::npos)
+    path.remove_suffix(1);
+  const std::size_t last = lastPartOf(path);
+  if (last == 0) return toUtf8(path);
+  return nativePath(path.substr(0, last)) + toUtf8(path.substr(last));
+}
+
+std::string folderOf(const std::string& path) {
+  const std::size_t end = path.find_last_not_of('/');
+  const std::size_t separator = path.find_last_of('/', end);
+  if (separator == std::string::npos) return ".";
+  return separator == 0 ? "/" : path.substr(0, separator);
+}
+
+String windowsPath(const std::string& path) {
+  char16_t drive = u'Z';
+  std::size_t shared = 0;  // how much of the path the drive stands for
+  for (char16_t letter = u'A'; letter <= u'Z'; ++letter) {
+    const std::string root = rootIfThere(letter);
+    if (root.size() > shared && path.starts_with(root) &&
+        (path.size() == root.size() || path[root.size()] == '/')) {
+      drive = letter;
+      shared = root.size();
+    }
   }
-  return walk(std::move(start), path);
+  String windows = String(1, drive) + u":" + fromUtf8(path.substr(shared));
+  std::replace(windows.begin(), windows.end(), u'/', u'\\');
+  return windows;
 }
 
 std::size_t lastPartOf(StringView path) {
   const std::size_t separator = path.find_last_of(separators);
   if (separator != StringView::npos) return separator + 1;
-  return path.size() >= 2 && path[1] == u':' && isLetter(path[0]) ? 2 : 0;
+  return hasDrive(path) ? 2 : 0;
 }
 
 }  // namespace zelUtilities

@@ -12,6 +12,15 @@ namespace zelUtilities {
 // 76 for a drive that does not exist.
 std::string nativePath(StringView path);
 
+// The same for an entry that is to be made: the last part stays as it is spelled.
+std::string targetPath(StringView path);
+
+// The folder that a native path lies in.
+std::string folderOf(const std::string& path);
+
+// A native path as a Windows path, on the drive that stands for most of it.
+String windowsPath(const std::string& path);
+
 // Where the last part of a path begins.
 std::size_t lastPartOf(StringView path);
 

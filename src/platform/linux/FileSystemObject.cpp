@@ -66,7 +66,7 @@ void FileSystemEntry::setAttributes(std::int32_t attributes) {
   asThisClassRaises([&] { files().setAttributes(path_, static_cast<std::uint32_t>(attributes)); });
 }
 
-double FileSystemEntry::Size() const { return static_cast<double>(files().length(path_)); }
+double FileSystemEntry::Size() const { return static_cast<double>(files().details(path_).length); }
 
 bool FileSystemObject::FileExists(const String& FileSpec) const { return files().fileExists(FileSpec); }
 
@@ -100,9 +100,9 @@ void FileSystemObject::DeleteFile(const String& FileSpec, bool Force) const {
   const String pattern(fileName(FileSpec));
   if (!hasWildcard(pattern)) return asThisClassRaises([&] { files().remove(FileSpec, Force); });
   const String folder = FileSpec.substr(0, lastPart(FileSpec));
-  const std::vector<String> names = files().findAll(FileSpec, everything);
-  if (names.empty()) throw Error(ErrorNumber::FileNotFound);
-  for (const String& name : names) asThisClassRaises([&] { files().remove(folder + name, Force); });
+  const std::vector<FileEntry> found = files().findAll(FileSpec, everything);
+  if (found.empty()) throw Error(ErrorNumber::FileNotFound);
+  for (const FileEntry& file : found) asThisClassRaises([&] { files().remove(folder + file.name, Force); });
 }
 
 void FileSystemObject::DeleteFolder(const String& FolderSpec, bool Force) const {

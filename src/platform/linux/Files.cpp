@@ -19,17 +19,18 @@
 #include "automation/Error.h"
 #include "platform/FilePattern.h"
 #include "platform/linux/FileAttributes.h"
+#include "platform/linux/FileCopy.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/FileErrors.h"
 #include "platform/linux/FilePaths.h"
+#include "platform/linux/LocalDate.h"
+#include "platform/linux/TemporaryFile.h"
 
 namespace zelUtilities {
 
 namespace {
 
 constexpr std::uint64_t longestText = std::numeric_limits<std::int32_t>::max();
-constexpr std::uint32_t unseenUnlessAsked =
-    FileAttribute::Hidden | FileAttribute::System | FileAttribute::Folder;
 
 enum class Kind { Nothing, File, Folder, Other };
 
@@ -40,17 +41,29 @@ Kind kindOf(const std::string& path) {
   return S_ISREG(status.st_mode) ? Kind::File : Kind::Other;
 }
 
-std::string folderOf(const std::string& path) {
-  const std::size_t end = path.find_last_not_of('/');
-  const std::size_t separator = path.find_last_of('/', end);
-  if (separator == std::string::npos) return ".";
-  return separator == 0 ? "/" : path.substr(0, separator);
-}
-
 // A missing file in a missing folder is another failure than a missing file.
 [[noreturn]] void raiseFor(const std::string& path, int code) {
   if (code == ENOENT && kindOf(folderOf(path)) != Kind::Folder) code = ENOTDIR;
   raiseFileError(code);
+}
+
+bool isSameEntry(const struct stat& one, const struct stat& another) {
+  return one.st_dev == another.st_dev && one.st_ino == another.st_ino;
+}
+
+std::string withoutClosingSeparators(std::string path) {
+  while (path.size() > 1 && path.back() == '/') path.pop_back();
+  return path;
+}
+
+std::string_view nameIn(const std::string& path) {
+  return std::string_view(path).substr(path.find_last_of('/') + 1);
+}
+
+// Also a link that leads nowhere.
+bool isThere(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0;
 }
 
 [[noreturn]] void raiseMissing(const std::string& path) { raiseFor(path, ENOENT); }
@@ -65,36 +78,6 @@ void requireWritable(const std::string& path, Kind kind) {
   if (kind == Kind::Folder || isReadOnly(path)) throw Error(ErrorNumber::PathFileAccess);
   if (kind == Kind::Nothing && kindOf(folderOf(path)) != Kind::Folder) throw Error(ErrorNumber::PathNotFound);
 }
-
-// A new file beside another one, which it replaces or is gone.
-class TemporaryFile {
- public:
-  TemporaryFile(const std::string& target, bool replacing)
-      : path_(pathBeside(target)), file_(path_, O_CREAT | O_EXCL | O_WRONLY, replacing ? 0600 : 0666) {}
-  ~TemporaryFile() {
-    if (!done_) unlink(path_.c_str());
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  FileDescriptor& file() { return file_; }
-
-  void moveTo(const std::string& target) {
-    file_.close();
-    if (rename(path_.c_str(), target.c_str()) != 0) raiseFileError(errno);
-    done_ = true;
-  }
-
- private:
-  static std::string pathBeside(const std::string& target) {
-    static std::atomic<unsigned> count = std::random_device()();
-    return folderOf(target) + "/.zel-" + std::to_string(getpid()) + "-" + std::to_string(++count) + ".tmp";
-  }
-
-  std::string path_;
-  FileDescriptor file_;
-  bool done_ = false;
-};
 
 // The new name of a file is safe only when its folder is. A folder that cannot be read must do without.
 void folderToDisk(const std::string& folder) {
@@ -114,33 +97,59 @@ void reserve(FileDescriptor& file, std::uint64_t length) {
   raiseFileError(code);
 }
 
-bool isSeen(std::uint32_t attributes, std::uint32_t asked) {
-  return (attributes & unseenUnlessAsked & ~asked) == 0;
+// Whether an entry that is there belongs to what is asked for.
+bool isSeen(const std::string& path, bool isFolder, std::uint32_t asked) {
+  if (isFolder && (asked & FileAttribute::Folder) == 0) return false;
+  constexpr std::uint32_t unseenUnlessAsked = FileAttribute::Hidden | FileAttribute::System;
+  return (unseenUnlessAsked & ~asked) == 0 || (keptAttributes(path) & unseenUnlessAsked & ~asked) == 0;
 }
 
-// Hands every name in the folder that matches to the receiver.
-template <class Receiver>
-void eachIn(const std::string& folder, StringView pattern, std::uint32_t asked, Receiver receive) {
+bool isLink(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+// What the folder's listing says of an entry, asking no further where that is enough.
+Kind kindOf(const dirent& entry, const std::string& path) {
+  if (entry.d_type == DT_DIR) return Kind::Folder;
+  return entry.d_type == DT_REG ? Kind::File : kindOf(path);
+}
+bool isLink(const dirent& entry, const std::string& path) {
+  return entry.d_type == DT_LNK || (entry.d_type == DT_UNKNOWN && isLink(path));
+}
+
+// Hands each entry of the folder that matches and is wanted to the receiver.
+template <class Wanted, class Receiver>
+void eachIn(std::string folder, StringView pattern, std::uint32_t asked, Wanted isWanted, Receiver receive) {
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
   if (!entries) return;
+  if (folder.back() != '/') folder += '/';
+  std::string path;
   while (const dirent* entry = readdir(entries.get())) {
-    String name = fromUtf8(entry->d_name);
-    if (name == u"." || name == u".." || !matchesPattern(name, pattern)) continue;
-    const std::string path = folder + "/" + entry->d_name;
-    if (kindOf(path) != Kind::Nothing && isSeen(fileAttributes(path), asked)) receive(std::move(name));
+    const std::string_view spelled(entry->d_name);
+    if (spelled == "." || spelled == "..") continue;
+    String name = fromUtf8(spelled);
+    if (!matchesPattern(name, pattern) || !isWanted(name)) continue;
+    path = folder;
+    path += spelled;
+    const Kind kind = kindOf(*entry, path);
+    if (kind != Kind::Nothing && isSeen(path, kind == Kind::Folder, asked))
+      receive(FileEntry{std::move(name), kind == Kind::Folder, isLink(*entry, path)});
   }
 }
 
-template <class Receiver>
-void eachFound(StringView pattern, std::uint32_t asked, Receiver receive) {
+template <class Wanted, class Receiver>
+void eachFound(StringView pattern, std::uint32_t asked, Wanted isWanted, Receiver receive) {
   const std::size_t last = lastPartOf(pattern);
   const StringView folder = pattern.substr(0, last);
   StringView name = pattern.substr(last);
   if (name.empty() && !folder.empty()) name = u"*";
-  if (hasWildcard(name)) return eachIn(folder.empty() ? "." : nativePath(folder), name, asked, receive);
+  if (hasWildcard(name))
+    return eachIn(folder.empty() ? "." : nativePath(folder), name, asked, isWanted, receive);
   const std::string path = nativePath(pattern);
-  if (kindOf(path) != Kind::Nothing && isSeen(fileAttributes(path), asked))
-    receive(fromUtf8(path.substr(path.find_last_of('/') + 1)));
+  const Kind kind = kindOf(path);
+  if (kind != Kind::Nothing && isSeen(path, kind == Kind::Folder, asked))
+    receive(FileEntry{fromUtf8(nameIn(path)), kind == Kind::Folder, isLink(path)});
 }
 
 // A name that can be nobody's names nothing.
@@ -158,19 +167,22 @@ class LinuxFiles : public Files {
   String findFirst(StringView pattern, std::uint32_t attributes) override {
     return ifNameable([&] {
       String first;
-      eachFound(pattern, attributes, [&](String name) {
-        if (first.empty() || compareFolded(name, first) < 0) first = std::move(name);
-      });
+      eachFound(
+          pattern, attributes,
+          [&](StringView name) { return first.empty() || compareFolded(name, first) < 0; },
+          [&](FileEntry entry) { first = std::move(entry.name); });
       return first;
     });
   }
-  std::vector<String> findAll(StringView pattern, std::uint32_t attributes) override {
+  std::vector<FileEntry> findAll(StringView pattern, std::uint32_t attributes) override {
     return ifNameable([&] {
-      std::vector<String> names;
-      eachFound(pattern, attributes, [&](String name) { names.push_back(std::move(name)); });
-      std::sort(names.begin(), names.end(),
-                [](const String& a, const String& b) { return compareFolded(a, b) < 0; });
-      return names;
+      std::vector<FileEntry> found;
+      eachFound(
+          pattern, attributes, [](StringView) { return true; },
+          [&](FileEntry entry) { found.push_back(std::move(entry)); });
+      std::sort(found.begin(), found.end(),
+                [](const FileEntry& a, const FileEntry& b) { return compareFolded(a.name, b.name) < 0; });
+      return found;
     });
   }
 
@@ -191,11 +203,22 @@ class LinuxFiles : public Files {
     });
   }
 
-  std::uint64_t length(StringView path) override {
+  bool isSame(StringView path, StringView other) override {
+    return ifNameable([&] {
+      struct stat one {};
+      struct stat another {};
+      return stat(nativePath(path).c_str(), &one) == 0 && stat(nativePath(other).c_str(), &another) == 0 &&
+             isSameEntry(one, another);
+    });
+  }
+
+  FileDetails details(StringView path) override {
     const std::string native = nativePath(path);
     struct stat status {};
     if (stat(native.c_str(), &status) != 0) raiseFor(native, errno);
-    return S_ISDIR(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
+    const bool folder = S_ISDIR(status.st_mode);
+    return {folder ? 0 : static_cast<std::uint64_t>(status.st_size), localDate(status.st_mtim.tv_sec),
+            folder};
   }
   std::uint32_t attributes(StringView path) override {
     const std::string native = nativePath(path);
@@ -225,11 +248,11 @@ class LinuxFiles : public Files {
       FileDescriptor(target, O_WRONLY | O_NONBLOCK).write(contents);
       return;
     }
-    TemporaryFile temporary(target, kind == Kind::File);
+    TemporaryFile temporary(target, kind == Kind::File ? 0600 : 0666);
     temporary.file().write(contents);
     if (kind == Kind::File) copyAttributes(target, temporary.file().number());
     temporary.file().toDisk();
-    temporary.moveTo(target);
+    temporary.moveTo(target, true);
     folderToDisk(folderOf(target));
   }
 
@@ -256,6 +279,29 @@ class LinuxFiles : public Files {
       if (ftruncate(file.number(), static_cast<off_t>(before)) != 0) errno = 0;
       throw;
     }
+  }
+
+  void copy(StringView from, StringView to, bool replacing) override {
+    const std::string source = nativePath(from);
+    if (!replacing) return copyThere(source, targetPath(to), false);
+    const std::string target = behindLinks(nativePath(to));
+    const Kind kind = kindOf(target);
+    if (kind == Kind::Other) throw Error(ErrorNumber::PathFileAccess);
+    requireWritable(target, kind);
+    copyThere(source, target, true);
+  }
+
+  void rename(StringView from, StringView to, bool replacing) override {
+    const std::string source = withoutClosingSeparators(nativePath(from));
+    const std::string target = targetPath(to);
+    const std::string there = withoutClosingSeparators(nativePath(to));  // in another spelling perhaps
+    if (kindOf(source) == Kind::Nothing) raiseMissing(source);
+    const bool itself = isSpelledAnew(source, there);
+    const bool replaces = !itself && isThere(there);
+    if (replaces && (!replacing || kindOf(source) == Kind::Folder || kindOf(there) == Kind::Folder))
+      throw Error(ErrorNumber::FileAlreadyExists);
+    move(source, target, replacing || itself);
+    if (replaces && there != target) unlink(there.c_str());
   }
 
   void remove(StringView path, bool force) override {
@@ -291,14 +337,65 @@ class LinuxFiles : public Files {
     return fromUtf8(native);
   }
 
+  String createTemporary(StringView folder, StringView prefix) override {
+    static std::atomic<unsigned> count = std::random_device()();
+    const String start = String(folder) + u"\\" + String(prefix.substr(0, longestPrefix));
+    for (unsigned tries = 0; tries <= 0xFFFF; ++tries) {
+      const String path = start + hexadecimal(++count & 0xFFFF) + u".tmp";
+      const std::string native = nativePath(path);
+      try {
+        FileDescriptor(native, O_CREAT | O_EXCL | O_WRONLY, 0600);
+        return path;
+      } catch (const Error& error) {
+        if (error.number() != ErrorNumber::FileAlreadyExists) throw;
+      }
+    }
+    throw Error(ErrorNumber::FileAlreadyExists);
+  }
   String temporaryFolder() override {
     const char* named = std::getenv("TMPDIR");
-    std::string folder = named && *named ? named : "/tmp";
-    if (folder.size() > 1 && folder.back() == '/') folder.pop_back();
-    return fromUtf8(folder);
+    return windowsPath(withoutClosingSeparators(named && *named == '/' ? named : "/tmp"));
   }
+  String windowsFolder() override { return u"C:\\Windows"; }
 
  private:
+  static constexpr std::size_t longestPrefix = 3;
+
+  static String hexadecimal(unsigned number) {
+    static constexpr char16_t digits[] = u"0123456789ABCDEF";
+    String text;
+    for (int shift = 12; shift >= 0; shift -= 4) text.push_back(digits[number >> shift & 0xF]);
+    return text;
+  }
+
+  // Whether the second path is the first one itself, found under a name in other letter case.
+  static bool isSpelledAnew(const std::string& path, const std::string& found) {
+    struct stat one {};
+    struct stat another {};
+    return lstat(path.c_str(), &one) == 0 && lstat(found.c_str(), &another) == 0 &&
+           isSameEntry(one, another) && nameIn(path) == nameIn(found);
+  }
+
+  static void copyThere(const std::string& from, const std::string& to, bool replacing) {
+    try {
+      copyFile(from, to, replacing);
+    } catch (const Error& error) {
+      if (error.number() == ErrorNumber::FileNotFound) raiseMissing(from);
+      throw;
+    }
+  }
+
+  static void move(const std::string& from, const std::string& to, bool replacing) {
+    int code = renameEntry(from, to, replacing);
+    if (code == EXDEV && kindOf(from) == Kind::Folder) throw Error(ErrorNumber::DifferentDrive);
+    if (code == EXDEV) {
+      copyFile(from, to, replacing);
+      code = unlink(from.c_str()) == 0 ? 0 : errno;
+    }
+    if (code == EINVAL) throw Error(ErrorNumber::PathFileAccess);  // into itself
+    if (code != 0) raiseFor(to, code);
+  }
+
   // A pipe would have us wait for its other end.
   static void requireReadable(const std::string& path) {
     struct stat status {};

@@ -26,6 +26,8 @@ std::int32_t fileErrorNumber(unsigned long code) {
     case ERROR_USER_MAPPED_FILE:
     case ERROR_CURRENT_DIRECTORY:
       return ErrorNumber::PermissionDenied;
+    case ERROR_NOT_SAME_DEVICE:
+      return ErrorNumber::DifferentDrive;
     case ERROR_FILE_EXISTS:
     case ERROR_ALREADY_EXISTS:
       return ErrorNumber::FileAlreadyExists;

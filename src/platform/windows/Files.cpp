@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "automation/Calendar.h"
 #include "automation/CaseFolding.h"
 #include "automation/Error.h"
 #include "platform/FilePattern.h"
@@ -134,6 +135,13 @@ String spelledAsThere(const String& path) {
 
 bool isDevice(const String& path) { return path.starts_with(u"\\\\.\\"); }
 
+// A name that nobody else has, beside a file.
+String pathBeside(const String& target) {
+  static std::atomic<DWORD> count = GetTickCount();
+  return target.substr(0, target.find_last_of(u'\\') + 1) + u"~zel-" + decimalText(GetCurrentProcessId()) +
+         u"-" + decimalText(++count) + u".tmp";
+}
+
 // A new file beside another one, which it replaces or is gone.
 class TemporaryFile {
  public:
@@ -163,11 +171,6 @@ class TemporaryFile {
   }
 
  private:
-  static String pathBeside(const String& target) {
-    static std::atomic<DWORD> count = GetTickCount();
-    return target.substr(0, target.find_last_of(u'\\') + 1) + u"~zel-" + decimalText(GetCurrentProcessId()) +
-           u"-" + decimalText(++count) + u".tmp";
-  }
   void closeQuietly() {
     try {
       file_.close();
@@ -194,18 +197,56 @@ std::vector<WIN32_FIND_DATAW> entriesOf(const String& pattern) {
   return entries;
 }
 
-bool isBefore(const String& a, const String& b) { return compareFolded(a, b) < 0; }
+bool isBefore(const FileEntry& a, const FileEntry& b) { return compareFolded(a.name, b.name) < 0; }
 
-// The names that a client's pattern finds; none for one that can be nobody's.
-std::vector<String> namesOf(StringView pattern, std::uint32_t asked) {
-  std::vector<String> names;
-  if (pattern.empty() || pattern.find(u'\0') != StringView::npos) return names;
-  String whole(pattern);
-  if (whole.find_last_of(u"\\/:") == whole.size() - 1) whole += u"*";
-  for (const WIN32_FIND_DATAW& entry : entriesOf(whole))
-    if ((entry.dwFileAttributes & unseenUnlessAsked & ~asked) == 0)
-      names.push_back(fromWide(entry.cFileName));
-  return names;
+// What a client's pattern finds; nothing for one that can be nobody's. The system would look at short names
+// too, so that "*.htm" found "a.html"; it is asked for one name or for all of a folder.
+std::vector<FileEntry> foundBy(StringView pattern, std::uint32_t asked) {
+  std::vector<FileEntry> found;
+  if (pattern.empty() || pattern.find(u'\0') != StringView::npos) return found;
+  const std::size_t last = pattern.find_last_of(u"\\/:") + 1;
+  const String folder(pattern.substr(0, last));
+  const StringView name = last == pattern.size() ? StringView(u"*") : pattern.substr(last);
+  const bool isMany = hasWildcard(name);
+  if (hasWildcard(folder) || (!isMany && isDevice(fullPathOf(pattern)))) return found;
+  for (const WIN32_FIND_DATAW& entry : entriesOf(folder + (isMany ? u"*" : String(name)))) {
+    const DWORD attributes = entry.dwFileAttributes;
+    if ((attributes & unseenUnlessAsked & ~asked) != 0) continue;
+    String spelled = fromWide(entry.cFileName);
+    if (!isMany || matchesPattern(spelled, name))
+      found.push_back(
+          {std::move(spelled), isFolder(attributes), (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
+  }
+  return found;
+}
+
+// What tells one file or folder on the machine from all others.
+struct EntryId {
+  explicit EntryId(const String& path) {
+    const HANDLE handle =
+        CreateFileW(wide(path), 0, sharedByAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    BY_HANDLE_FILE_INFORMATION information{};
+    const bool known = handle != INVALID_HANDLE_VALUE && GetFileInformationByHandle(handle, &information);
+    if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
+    if (!known) throw Error(ErrorNumber::FileNotFound);
+    volume = information.dwVolumeSerialNumber;
+    number = std::uint64_t{information.nFileIndexHigh} << 32 | information.nFileIndexLow;
+  }
+  friend bool operator==(const EntryId&, const EntryId&) = default;
+
+  DWORD volume = 0;
+  std::uint64_t number = 0;
+};
+
+// Local time as it was then and there.
+Date localDate(const FILETIME& time) {
+  SYSTEMTIME universal{};
+  SYSTEMTIME local{};
+  if (!FileTimeToSystemTime(&time, &universal) ||
+      !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local))
+    raiseLastFileError();
+  const int second = (local.wHour * 60 + local.wMinute) * 60 + local.wSecond;
+  return {dateOf(dayNumberOf(local.wYear, local.wMonth, local.wDay), second)};
 }
 
 // A folder and all below it, each folder before what is in it. Links are not followed.
@@ -250,14 +291,14 @@ void deleteEntry(const String& path, Call call) {
 class WindowsFiles : public Files {
  public:
   String findFirst(StringView pattern, std::uint32_t attributes) override {
-    const std::vector<String> names = namesOf(pattern, attributes);
-    const auto first = std::min_element(names.begin(), names.end(), isBefore);
-    return first == names.end() ? String() : *first;
+    const std::vector<FileEntry> found = foundBy(pattern, attributes);
+    const auto first = std::min_element(found.begin(), found.end(), isBefore);
+    return first == found.end() ? String() : first->name;
   }
-  std::vector<String> findAll(StringView pattern, std::uint32_t attributes) override {
-    std::vector<String> names = namesOf(pattern, attributes);
-    std::sort(names.begin(), names.end(), isBefore);
-    return names;
+  std::vector<FileEntry> findAll(StringView pattern, std::uint32_t attributes) override {
+    std::vector<FileEntry> found = foundBy(pattern, attributes);
+    std::sort(found.begin(), found.end(), isBefore);
+    return found;
   }
 
   bool fileExists(StringView path) override {
@@ -271,14 +312,24 @@ class WindowsFiles : public Files {
     return (GetLogicalDrives() >> (letter - u'a') & 1) != 0;
   }
 
-  std::uint64_t length(StringView path) override {
+  bool isSame(StringView path, StringView other) override {
+    try {
+      return EntryId(fullPathOf(path)) == EntryId(fullPathOf(other));
+    } catch (const Error&) {
+      return false;
+    }
+  }
+
+  FileDetails details(StringView path) override {
     const String name = fullPathOf(path);
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(wide(name), GetFileExInfoStandard, &data)) raiseLastFileError();
-    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+    const std::uint64_t length = std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+    const bool folder = isFolder(data.dwFileAttributes);
+    return {folder ? 0 : length, localDate(data.ftLastWriteTime), folder};
   }
   std::uint32_t attributes(StringView path) override {
-    return requiredAttributes(fullPathOf(path)) & (settable | FileAttribute::Folder);
+    return requiredAttributes(fullPathOf(path)) & ~std::uint32_t{FILE_ATTRIBUTE_NORMAL};
   }
   void setAttributes(StringView path, std::uint32_t attributes) override {
     const String name = fullPathOf(path);
@@ -332,6 +383,42 @@ class WindowsFiles : public Files {
     }
   }
 
+  void copy(StringView from, StringView to, bool replacing) override {
+    const String source = fullPathOf(from);
+    const String target = fullPathOf(to);
+    if (isDevice(source) || isDevice(target) || isFolder(attributesOrNone(source)))
+      throw Error(ErrorNumber::PathFileAccess);
+    if (replacing) {
+      const DWORD there = writableAttributes(target);
+      if (isThere(there) && isSame(source, target)) throw Error(ErrorNumber::PermissionDenied);
+    }
+    const String whole = pathBeside(target);
+    const bool done = CopyFileW(wide(source), wide(whole), TRUE) &&
+                      MoveFileExW(wide(whole), wide(target), replacing ? MOVEFILE_REPLACE_EXISTING : 0);
+    if (done) return;
+    const DWORD code = GetLastError();
+    SetFileAttributesW(wide(whole), FILE_ATTRIBUTE_NORMAL);
+    DeleteFileW(wide(whole));
+    raiseFileError(code);
+  }
+
+  void rename(StringView from, StringView to, bool replacing) override {
+    const String source = fullPathOf(from);
+    const String target = fullPathOf(to);
+    const DWORD attributes = requiredAttributes(source);
+    const DWORD there = attributesOrNone(target);
+    const bool replaces = isThere(there) && !equalFolded(source, target);
+    if (replaces && (!replacing || isFolder(attributes) || isFolder(there)))
+      throw Error(ErrorNumber::FileAlreadyExists);
+    const bool readOnly = replaces && (there & FILE_ATTRIBUTE_READONLY) != 0;
+    if (readOnly) SetFileAttributesW(wide(target), (there & settable & ~FILE_ATTRIBUTE_READONLY));
+    const DWORD flags = MOVEFILE_COPY_ALLOWED | (replaces ? MOVEFILE_REPLACE_EXISTING : 0);
+    if (MoveFileExW(wide(source), wide(target), flags)) return;
+    const DWORD code = GetLastError();
+    if (readOnly) SetFileAttributesW(wide(target), there & settable);
+    raiseFileError(code);
+  }
+
   void remove(StringView path, bool force) override {
     const String name = fullPathOf(path);
     const DWORD attributes = requiredAttributes(name);
@@ -361,10 +448,23 @@ class WindowsFiles : public Files {
 
   String fullPath(StringView path) override { return fullPathOf(path); }
 
+  String createTemporary(StringView folder, StringView prefix) override {
+    const String name = fullPathOf(folder);
+    const String start(prefix);
+    String path(MAX_PATH, u'\0');
+    if (GetTempFileNameW(wide(name), wide(start), 0, wideBuffer(path)) == 0) raiseLastFileError();
+    path.resize(path.find(u'\0'));
+    return path;
+  }
   String temporaryFolder() override {
     String folder(MAX_PATH + 1, u'\0');
     folder.resize(GetTempPathW(MAX_PATH + 1, wideBuffer(folder)));
     return fullPathOf(folder);
+  }
+  String windowsFolder() override {
+    String folder(MAX_PATH + 1, u'\0');
+    folder.resize(GetWindowsDirectoryW(wideBuffer(folder), MAX_PATH + 1));
+    return folder;
   }
 
  private:

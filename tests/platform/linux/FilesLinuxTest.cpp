@@ -86,6 +86,16 @@ TEST_F(FilesOnLinux, TheExactSpellingWinsOverAnother) {
   EXPECT_EQ(files().readWhole(in(u"a.txt")), "small");
 }
 
+TEST_F(FilesOnLinux, RenamingChangesTheSpelling) {
+  files().replaceWhole(in(u"a.txt"), "x");
+  files().rename(in(u"A.txt"), in(u"A.TXT"));
+  EXPECT_EQ(files().findFirst(in(u"*")), u"A.TXT");
+  files().replaceWhole(in(u"b.txt"), "y");
+  files().rename(in(u"b.txt"), in(u"a.txt"), true);
+  EXPECT_EQ(files().findAll(in(u"*")), (std::vector<FileEntry>{{u"a.txt"}}));
+  EXPECT_EQ(files().readWhole(in(u"a.txt")), "y");
+}
+
 TEST_F(FilesOnLinux, ANameThatIsNoUtf8IsFoundAsItIsListed) {
   std::ofstream(folder_ / "a\xFF.txt") << "x";
   const String listed = files().findFirst(in(u"*"));
@@ -137,8 +147,39 @@ TEST_F(FilesOnLinux, RemovingAFolderDoesNotFollowLinks) {
   EXPECT_TRUE(files().fileExists(in(u"kept/a.txt")));
 }
 
+TEST_F(FilesOnLinux, CopyingWritesThroughALinkAndRefusesWhatIsNoFile) {
+  files().replaceWhole(in(u"a.txt"), "new");
+  files().replaceWhole(in(u"b.txt"), "old");
+  fs::permissions(folder_ / "a.txt", fs::perms(0640));
+  fs::create_symlink("b.txt", folder_ / "link.txt");
+  files().copy(in(u"a.txt"), in(u"link.txt"));
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link.txt"));
+  EXPECT_EQ(files().readWhole(in(u"b.txt")), "new");
+  EXPECT_EQ(fs::status(folder_ / "b.txt").permissions(), fs::perms(0640));
+  for (const StringView device : {u"/dev/zero", u"/dev/null"}) {
+    EXPECT_EQ(raised([&] { files().copy(device, in(u"c.txt")); }), ErrorNumber::PathFileAccess);
+    EXPECT_EQ(raised([&] { files().copy(in(u"a.txt"), device); }), ErrorNumber::PathFileAccess);
+  }
+}
+
+TEST_F(FilesOnLinux, AFileMovesToAnotherFileSystemAndAFolderDoesNot) {
+  const std::string other = "/dev/shm/zel-" + std::to_string(getpid());
+  struct stat here {
+  }, there{};
+  if (stat("/dev/shm", &there) != 0 || stat(folder_.c_str(), &here) != 0 || here.st_dev == there.st_dev)
+    GTEST_SKIP() << "there is one file system only";
+  files().replaceWhole(in(u"a.txt"), "x");
+  EXPECT_EQ(raised([&] { files().rename(fromUtf8(folder_.native()), fromUtf8(other)); }),
+            ErrorNumber::DifferentDrive);
+  files().rename(in(u"a.txt"), fromUtf8(other));
+  EXPECT_EQ(entries(), 0U);
+  EXPECT_EQ(files().readWhole(fromUtf8(other)), "x");
+  files().remove(fromUtf8(other));
+}
+
 TEST_F(FilesOnLinux, APipeIsNotWaitedFor) {
   ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(raised([&] { files().copy(in(u"pipe"), in(u"b")); }), ErrorNumber::PathFileAccess);
   EXPECT_EQ(raised([&] { files().readWhole(in(u"pipe")); }), ErrorNumber::PathFileAccess);
   EXPECT_NE(raised([&] { files().replaceWhole(in(u"pipe"), "x"); }), 0);
 }
@@ -178,6 +219,10 @@ TEST_F(FilesOnLinux, ADiskThatFillsUpWhileWritingLeavesTheOldContents) {
   EXPECT_EQ(inAProcessWithLimit(50000, [&] { files().overwrite(in(u"a.txt"), large); }),
             ErrorNumber::DiskFull);
   EXPECT_EQ(inAProcessWithLimit(50000, [&] { files().append(in(u"a.txt"), large); }), ErrorNumber::DiskFull);
+  std::ofstream(folder_ / "large") << large;
+  EXPECT_EQ(inAProcessWithLimit(50000, [&] { files().copy(in(u"large"), in(u"a.txt")); }),
+            ErrorNumber::DiskFull);
+  fs::remove(folder_ / "large");
   EXPECT_EQ(files().readWhole(in(u"a.txt")), "old");
   EXPECT_EQ(entries(), 1U);
 }

@@ -121,7 +121,7 @@ TEST(XmlDocumentSafety, LargeDocumentsAreReadAndSaved) {
       document.isTrue(u"loadXML", u"<?xml version='1.0' encoding='ISO-8859-15'?><a>" + text + u"</a>"));
   const String path = files().fullPath(u"large.xml");
   document(u"save", path);
-  EXPECT_EQ(files().length(path), 55 + text.size());
+  EXPECT_EQ(files().details(path).length, 55 + text.size());
   ASSERT_TRUE(document.isTrue(u"load", path));
   EXPECT_TRUE(document.text(u"text") == text);
 }
