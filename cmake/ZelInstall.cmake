@@ -34,3 +34,7 @@ file(CONFIGURE OUTPUT zelUtilitiesConfig.cmake
 write_basic_package_version_file(zelUtilitiesConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/zelUtilitiesConfig.cmake ${PROJECT_BINARY_DIR}/zelUtilitiesConfigVersion.cmake
         DESTINATION ${package})
+
+if(TARGET zelUtilities_dll AND CMAKE_SIZEOF_VOID_P EQUAL 8)
+  include(cmake/ZelPackage.cmake)
+endif()
