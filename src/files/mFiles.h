@@ -1,15 +1,16 @@
-// mFiles: whole files, read and written in one call. Clients reach these routines through zelFiles.h.
+// mFiles: what the library itself asks of files and paths. Clients reach these routines through zelFiles.h.
 //
 //   String text = mFiles::GetFileContentsAsString(u"C:\\Data\\a.ini", ZEL_ErrorMode_None);
 //   mFiles::PutFileContentsFromString(text, u"C:\\Data\\b.ini", ZEL_ErrorMode_Raise);
+//   String folder = mFiles::GetFolderName(u"C:\\Data\\a.ini");                    // "C:\Data"
 //
 // Text is kept in files in the system's ANSI code page, without anything added to it. A hidden or system
 // file counts as missing for reading.
 //
-// A failure is reported as its mode says: by a message box titled "Read Error" or "Write Error", by
-// raising the file system's error, by both, or not at all; then the result is empty. Nothing is
-// logged. That a file to be read is missing is a failure without a number: its box has no description, and
-// raising it raises 5.
+// A failure to read or write contents is reported as its mode says: by a message box titled "Read Error" or
+// "Write Error", by raising the file system's error, by both, or not at all; then the result is empty.
+// Nothing is logged. That a file to be read is missing is a failure without a number: its box has no
+// description, and raising it raises 5.
 //
 // Writing replaces a file whole: on any failure the old contents stay.
 #pragma once
@@ -20,6 +21,7 @@
 
 #include "automation/String.h"
 #include "automation/Variant.h"
+#include "files/Enumerations.h"
 #include "files/ErrorModes.h"
 
 namespace zelUtilities::mFiles {
@@ -45,5 +47,49 @@ std::int16_t RewriteFileLFtoCRLF(StringView sPath, StringView sNewPath = {});
 
 // For the library's own use: the bytes as they are; none on failure.
 std::string readBytes(StringView sFilename, ZEL_ErrorModes eErrMode);
+
+// The parts of a path: pure text. Only "\" parts folders, and the last "." in a file's name its extension. A
+// separator behind character 32,767 is a failure; failures are logged under "mFiles.<routine>" and give "".
+//
+// What stands before the last separator; "" without one. "C:\a.txt" gives "C:".
+String GetFolderName(StringView fName);
+// What stands behind the last separator; the whole text without one.
+String GetFileName(StringView fName);
+// The file's name without its extension: "a.b.c" gives "a.b", ".profile" gives "".
+String GetBaseName(StringView fName);
+// In lower case, without the dot; "" without one.
+String GetFileExtension(StringView fName);
+
+// What the first entry is that the path matches as a pattern, seeing neither hidden nor system files nor
+// folders: a folder counts only when it is named with a separator at its end and holds such a file, and a
+// hidden file counts as nothing. Any failure is nothing too.
+ZEL_PathTypes TypeOfPath(StringView fName);
+
+// What the thread's shared file-system object says; False where it fails.
+bool isFile(StringView path);
+bool isFolder(StringView path);
+
+// The routines from here on raise a failure, unlogged, under "mFiles.<routine>::<its own source>", unless
+// they say otherwise.
+//
+// Deletes a folder with all that it holds, read-only or not, and returns False even so. Otherwise deletes
+// the files that the pattern finds, read-only ones too, hidden and system files not: True when there was
+// one. Links are deleted, not followed. The files of a name without a folder are deleted from the root of
+// the current drive, wherever they were found.
+bool FileDelete(StringView sFilename);
+
+// False when there is nothing under the old name. What the new name addresses is deleted first, except when
+// it is the same file; a file stays until the other one takes its place. The renamed one is marked for
+// archiving, and read-only when it was that or bMarkReadOnly says so. Refuses, with nothing deleted, a new
+// name with wildcards (52) and names of which one lies in the other (75).
+bool FileRename(StringView sOldFileName, StringView sNewFileName, bool bMarkReadOnly);
+
+// Bits 1 to 64 and from 32768 on.
+std::int32_t GetFileAttr(const Variant& sFilename);
+
+// Bytes; 0 on any failure, such as a missing file or one of 2 GB and more.
+std::int32_t GetFileLength(StringView fName);
+// Date and time of the last modification as text; "" for a missing file. Raises without a source of its own.
+String GetFileDate(StringView fName);
 
 }  // namespace zelUtilities::mFiles

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
-#include <iterator>
 
 #include "automation/CaseFolding.h"
 #include "automation/Comparison.h"
-#include "automation/Conversions.h"
 #include "foundation/Handled.h"
-#include "platform/Locale.h"
 #include "text/TextSearch.h"
+#include "text/XmlEscaping.h"
 
 namespace zelUtilities::mXML {
 
@@ -24,58 +22,6 @@ struct Entity {
 };
 constexpr std::array<Entity, 5> entities = {
     {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'\'', u"&apos;"}, {u'"', u"&quot;"}}};
-
-constexpr char16_t firstNumeric = 128;  // codes from here on become numeric references
-
-// For each ASCII character the place of its entity from 1, or 0.
-constexpr auto entityOf = [] {
-  std::array<std::uint8_t, firstNumeric> places{};
-  std::uint8_t place = 0;
-  for (const Entity& entity : entities) places[entity.character] = ++place;
-  return places;
-}();
-
-bool isPlainUnit(char16_t unit) { return unit < firstNumeric && entityOf[unit] == 0; }
-
-// Where the first unit at or after `at` stands that may be written otherwise; the size when there is none.
-std::size_t plainEnd(StringView text, std::size_t at) {
-  while (at < text.size() && isPlainUnit(text[at])) ++at;
-  return at;
-}
-
-void appendEntity(String& out, char16_t reserved) { out += entities[entityOf[reserved] - 1U].reference; }
-
-void appendByCode(String& out, char16_t unit) {
-  const std::uint8_t code = narrowUnit(unit);
-  if (code < firstNumeric) {
-    out += unit;  // no code, or that of an ASCII look-alike
-    return;
-  }
-  // From 128 to 255: three digits.
-  const auto digit = [code](int place) { return static_cast<char16_t>(u'0' + code / place % 10); };
-  const char16_t reference[] = {u'&', u'#', digit(100), digit(10), digit(1), u';'};
-  out.append(reference, std::size(reference));
-}
-
-String escape(StringView text, std::size_t firstSpecial) {
-  const bool escapes = !isNumeric(text);
-  String out;
-  out.reserve(text.size() + text.size() / 8 + 8);
-  std::size_t done = 0;
-  for (std::size_t at = firstSpecial; at < text.size(); at = plainEnd(text, done)) {
-    out += text.substr(done, at - done);
-    done = at + 1;
-    if (text[at] >= firstNumeric) {
-      appendByCode(out, text[at]);
-    } else if (escapes) {
-      appendEntity(out, text[at]);
-    } else {
-      out += text[at];
-    }
-  }
-  out += text.substr(done);
-  return out;
-}
 
 String unescape(StringView text, std::size_t firstAmpersand) {
   String out;
@@ -120,16 +66,16 @@ String childLines(StringView markup, StringView margin) {
 
 }  // namespace
 
-// The numeric test matters only where there is something to escape: in some locales an apostrophe
-// parts the thousands.
 String ToXML(StringView sSource) {
   return chained(u"mXML.ToXML", [sSource] {
     const std::size_t special = plainEnd(sSource, 0);
-    return special == sSource.size() ? String(sSource) : escape(sSource, special);
+    if (special == sSource.size()) return String(sSource);
+    String out;
+    out.reserve(sSource.size() + sSource.size() / 8 + 8);
+    escapeTo(sSource, special, [&out](StringView piece) { out += piece; });
+    return out;
   });
 }
-
-bool isPlain(StringView text) { return plainEnd(text, 0) == text.size(); }
 
 // No replacement can make up a new reference, so one pass gives what one pass per entity gives.
 String FromXML(StringView sSource) {

@@ -23,9 +23,6 @@ inline constexpr StringView XMLDoNotTrim = u" xml:space='preserve'";
 // Unicode's: the euro sign is "&#128;" in the Western one. A character without a code there stays.
 String ToXML(StringView sSource);
 
-// True where ToXML is known to change nothing: only ASCII and nothing to escape.
-bool isPlain(StringView text);
-
 // Reads &lt; &gt; &apos; &quot; and &amp;, each once ("&amp;lt;" is "&lt;"). Numeric references stay.
 String FromXML(StringView sSource);
 

@@ -6,11 +6,11 @@
 #include <new>
 
 #include "automation/Binder.h"
-#include "automation/Comparison.h"
 #include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "foundation/Handled.h"
 #include "text/TextSearch.h"
+#include "text/XmlEscaping.h"
 #include "text/mXML.h"
 
 namespace zelUtilities {
@@ -96,6 +96,15 @@ void zelStringCat::ConcatenateCRLF(StringView sSource) {
   Concatenate(lineEnd);
 }
 
+void zelStringCat::concatenateEscapedPiece(StringView piece) {
+  try {
+    appendSeparator();
+    ConcatenateEscaped(piece);
+  } catch (...) {
+    raiseFromConcatenate();
+  }
+}
+
 void zelStringCat::raiseFromConcatenate() {
   // Sic, without the first "t": this is the source that clients find in the error.
   throw currentError().withSource(u"zelSringCat.Concatenate");
@@ -121,8 +130,15 @@ void zelStringCat::appendGrowing(StringView text) {
 }
 
 void zelStringCat::ConcatenateEscaped(StringView text) {
-  if (mXML::isPlain(text)) return ConcatenatePart(text);
-  ConcatenatePart(mXML::ToXML(text));
+  const std::size_t special = plainEnd(text, 0);
+  if (special == text.size()) return ConcatenatePart(text);
+  const std::size_t before = length_;
+  try {
+    escapeTo(text, special, [this](StringView piece) { ConcatenatePart(piece); });
+  } catch (...) {
+    length_ = before;
+    throw;
+  }
 }
 
 void zelStringCat::CheckBufferSize(std::int32_t extra) {
@@ -252,11 +268,11 @@ void zelStringCat::AddAttribute(StringView sAttributeName, StringView sAttribute
                                 const Variant& sAttributeDefault) {
   handled(u"zelStringCat.AddAttribute", [&] {
     if (pendingTag_.empty() || sAttributeValue.empty()) return;
-    if (equals(sAttributeValue, sAttributeDefault)) return;
+    if (mXML::isDefault(sAttributeValue, sAttributeDefault)) return;
     Concatenate(u" ");
     Concatenate(sAttributeName);
     Concatenate(u"='");
-    Concatenate(mXML::ToXML(sAttributeValue));
+    concatenateEscapedPiece(sAttributeValue);
     Concatenate(u"'");
   });
 }

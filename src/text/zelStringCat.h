@@ -128,14 +128,16 @@ class zelStringCat final : public Object {
   // Most pieces are short and copied by moves of a fixed size, two of which overlap. Not inline: a compiler
   // that sees a literal there warns of the moves that are too long for it, though they are not made.
   [[gnu::noinline]] static void copyUnits(char16_t* to, const char16_t* from, std::size_t count);
+  // Unless the next piece is the first one.
+  void appendSeparator() {
+    if (!first_ && !separator_.empty()) ConcatenatePart(separator_);
+    first_ = false;
+  }
   void appendPiece(StringView piece) {
-    if (first_) {
-      first_ = false;
-    } else {
-      ConcatenatePart(separator_);
-    }
+    appendSeparator();
     ConcatenatePart(piece);
   }
+  void concatenateEscapedPiece(StringView piece);
   bool hasRoomFor(std::size_t units) const { return units <= reserved_ - length_; }
   void appendGrowing(StringView text);
   [[noreturn]] static void raiseFromConcatenate();

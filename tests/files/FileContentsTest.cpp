@@ -3,9 +3,8 @@
 #include "automation/Binder.h"
 #include "automation/Conversions.h"
 #include "files/FilesClasses.h"
+#include "files/FilesFixture.h"
 #include "files/zelFiles.h"
-#include "foundation/ErrorWatch.h"
-#include "platform/Dialogs.h"
 #include "support/FailingFiles.h"
 
 namespace zelUtilities {
@@ -14,26 +13,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FileContents : public ::testing::Test, private Dialogs {
+class FileContents : public FilesFixture {
  protected:
-  FileContents() {
-    do {
-      folder = files().temporaryFolder() + u"\\zelFileContents" + decimalText(++counter);
-    } while (files().folderExists(folder));
-    files().createFolder(folder);
-  }
-  ~FileContents() override {
-    EXPECT_THAT(logged, IsEmpty());  // whatever the mode
-    files().removeFolder(folder, true);
-  }
-
-  String path(StringView name) const { return folder + u"\\" + String(name); }
-  String put(StringView name, std::string_view bytes, std::uint32_t attributes = FileAttribute::Normal) {
-    files().replaceWhole(path(name), bytes);
-    if (attributes != FileAttribute::Normal) files().setAttributes(path(name), attributes);
-    return path(name);
-  }
-  std::string bytesIn(StringView name) const { return files().readWhole(path(name)); }
+  ~FileContents() override { EXPECT_THAT(logged, IsEmpty()) << "whatever the mode"; }
 
   static Ref<ArrayData> bytes(std::string_view text) {
     return ArrayData::ofBytes({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
@@ -66,22 +48,6 @@ class FileContents : public ::testing::Test, private Dialogs {
   std::string writeText(StringView text, StringView file, ZEL_ErrorModes mode) {
     return outcome([&] { return zel_PutFileContentsFromStringEx(text, file, mode), ""; });
   }
-
-  String folder;
-  std::string boxes;                // as "[style|title|text]", with the folder's name left out
-  std::vector<std::string> logged;  // sources
-
- private:
-  std::int32_t messageBox(StringView text, StringView title, std::int32_t style) override {
-    String shown = u"[" + decimalText(style) + u"|" + String(title) + u"|" + String(text) + u"]";
-    if (const auto at = shown.find(folder + u"\\"); at != String::npos) shown.erase(at, folder.size() + 1);
-    boxes += toUtf8(shown);
-    return MessageBoxAnswer::Ok;
-  }
-
-  static inline int counter = 0;
-  Replaced<Dialogs> dialogs_{*this};
-  ErrorWatch watch_{[this](const ErrorReport& report) { logged.push_back(toUtf8(report.source)); }};
 };
 
 const std::string readBox = "[48|Read Error|The requested file could not be read:     \r\nFile:\t";

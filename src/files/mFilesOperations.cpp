@@ -1,0 +1,94 @@
+// Deleting, renaming and asking for what is known of a file.
+#include "automation/CaseFolding.h"
+#include "automation/Conversions.h"
+#include "automation/Error.h"
+#include "files/LiftedReadOnly.h"
+#include "files/mFiles.h"
+#include "foundation/Handled.h"
+#include "platform/FilePattern.h"
+#include "platform/Files.h"
+
+namespace zelUtilities::mFiles {
+
+namespace {
+
+// Normal, temporary, sparse, reparse point, compressed, offline, not indexed, encrypted.
+constexpr std::uint32_t unreportedBits = 0x7F80;
+
+bool deleteFiles(StringView pattern) {
+  const String folder = GetFolderName(pattern);
+  bool any = false;
+  for (;;) {
+    const std::vector<FileEntry> found = files().findAll(pattern);
+    if (found.empty()) return any;
+    any = true;
+    for (const FileEntry& file : found) files().remove(folder + u"\\" + file.name, true);
+  }
+}
+
+// Whether the inner path names the outer one or lies below it.
+bool lies(StringView inner, StringView outer) {
+  if (inner.size() < outer.size() || !equalFolded(inner.substr(0, outer.size()), outer)) return false;
+  return inner.size() == outer.size() || inner[outer.size()] == u'\\' || inner[outer.size()] == u'/';
+}
+
+// The name is free afterwards, or taken by a file that the renamed one replaces: then True.
+bool makeWay(StringView oldName, StringView newName) {
+  if (hasWildcard(newName)) throw Error(ErrorNumber::BadFileName);
+  if (files().isSame(oldName, newName)) return false;
+  const String from = files().fullPath(oldName);
+  const String to = files().fullPath(newName);
+  if (lies(from, to) || lies(to, from)) throw Error(ErrorNumber::PathFileAccess);
+  if (isFolder(newName)) {
+    FileDelete(newName);
+  } else if (!files().findFirst(newName).empty()) {
+    if (!isFolder(oldName)) return true;
+    files().remove(newName, true);
+  }
+  return false;
+}
+
+}  // namespace
+
+bool FileDelete(StringView sFilename) {
+  return chained(u"mFiles.FileDelete", [&] {
+    if (!isFolder(sFilename)) return deleteFiles(sFilename);
+    files().removeFolder(sFilename, true);
+    return false;
+  });
+}
+
+bool FileRename(StringView sOldFileName, StringView sNewFileName, bool bMarkReadOnly) {
+  return chained(u"mFiles.FileRename", [&] {
+    if (!isFile(sOldFileName) && !isFolder(sOldFileName)) return false;
+    const bool replacing = makeWay(sOldFileName, sNewFileName);
+    auto attributes = static_cast<std::uint32_t>(GetFileAttr(sOldFileName));
+    LiftedReadOnly lifted(sOldFileName);
+    files().rename(sOldFileName, sNewFileName, replacing);
+    lifted.keep();
+    attributes |= FileAttribute::Archive | (bMarkReadOnly ? FileAttribute::ReadOnly : 0);
+    files().setAttributes(sNewFileName, attributes & ~FileAttribute::Folder);
+    return true;
+  });
+}
+
+std::int32_t GetFileAttr(const Variant& sFilename) {
+  return chained(u"mFiles.GetFileAttr", [&] {
+    return static_cast<std::int32_t>(files().attributes(toText(sFilename)) & ~unreportedBits);
+  });
+}
+
+std::int32_t GetFileLength(StringView fName) {
+  try {
+    return checkedLong(static_cast<std::int64_t>(files().details(fName).length));
+  } catch (...) {
+    return 0;
+  }
+}
+
+String GetFileDate(StringView fName) {
+  if (!isFile(fName)) return {};
+  return toText(Variant::date(files().details(fName).modified.days));
+}
+
+}  // namespace zelUtilities::mFiles

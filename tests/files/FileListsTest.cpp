@@ -1,0 +1,107 @@
+#include "files/FilesClasses.h"
+#include "files/FilesFixture.h"
+#include "files/zelFileFilters.h"
+#include "files/zelFileList.h"
+#include "files/zelFiles.h"
+#include "foundation/mLog.h"
+
+namespace zelUtilities {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FileLists : public FilesFixture {};
+
+TEST_F(FileLists, AFileKnowsItsSizeAndDateFromItsPath) {
+  const auto file = make<zelFile>();
+  EXPECT_TRUE(file->Selected());
+  EXPECT_EQ(file->SizeAsString(), u"1 KB");
+  file->setFullPath(put(u"Report.TXT", std::string(1536, 'x')));
+  EXPECT_EQ(file->Size(), 1536);
+  EXPECT_EQ(file->SizeKB(), 1.5);
+  const Date date = file->FileDate();
+  EXPECT_EQ(date, files().details(file->FullPath()).modified);
+  EXPECT_EQ(file->Folder(), folder);
+  EXPECT_EQ(file->Extension() + u" " + file->Name(), u"txt Report.TXT");
+  file->setName(u"Mine");
+  EXPECT_EQ(file->Name(), u"Mine");
+  file->setName(u"");
+  EXPECT_EQ(file->Name(), u"Report.TXT");
+  for (const String& none : {path(u"no"), folder, String()}) {
+    file->setFullPath(none);
+    EXPECT_EQ(file->Size(), 0);
+    EXPECT_EQ(file->FileDate(), date) << "a missing file leaves the date";
+  }
+  EXPECT_THAT(logged, IsEmpty());
+}
+
+TEST_F(FileLists, ASizeIsAtLeastOneKilobyteAndHalvesRoundToEven) {
+  const auto file = make<zelFile>();
+  for (const auto& [size, text] :
+       std::vector<std::pair<std::int32_t, StringView>>{{0, u"1 KB"},
+                                                        {1023, u"1 KB"},
+                                                        {1536, u"2 KB"},
+                                                        {2560, u"2 KB"},
+                                                        {2561, u"3 KB"},
+                                                        {-9999, u"1 KB"},
+                                                        {2147483647, u"2097152 KB"}}) {
+    file->setSize(size);
+    EXPECT_EQ(file->SizeAsString(), text);
+  }
+}
+
+TEST_F(FileLists, FilesLieUnderTheirPaths) {
+  const auto list = make<zelFileList>();
+  EXPECT_EQ(list->SelectedCount(), 0);
+  EXPECT_EQ(list->Create(put(u"a.txt"))->Size(), 1);
+  EXPECT_FALSE(list->Create(path(u"no"), u"gone", false)->Selected());
+  EXPECT_TRUE(list->Create(u"")) << "no path is a path like any other";
+  EXPECT_FALSE(list->Create(path(u"A.TXT")));
+  EXPECT_FALSE(list->Add(nullptr));
+  EXPECT_EQ(list->Count(), 3);
+  EXPECT_EQ(list->SelectedCount(), 2);
+  EXPECT_EQ(list->Item(path(u"NO"))->Comment(), u"gone");
+  EXPECT_EQ(list->Item(std::int32_t{3}), list->Item(u""));
+  EXPECT_TRUE(list->Remove(std::int32_t{1}));
+  EXPECT_THAT(logged, ElementsAre("zelFileList.Add", "zelFileList.Add"));
+  list->Clear();
+  EXPECT_EQ(list->Count(), 0);
+}
+
+TEST_F(FileLists, FiltersLieUnderTheirKeys) {
+  const auto filters = make<zelFileFilters>();
+  const Ref<zelFileFilter> texts = filters->Create(u"txt", u"*.txt;*.log", u"Texts");
+  texts->setKey(u"other");
+  EXPECT_EQ(texts->Key() + u" " + texts->Name(), u"txt Texts");
+  EXPECT_EQ(filters->Create(u"1", u"*")->Name(), u"1") << "the key while there is no name";
+  EXPECT_EQ(filters->Item(u"1")->Filter(), u"*") << "a text is a key";
+  EXPECT_EQ(make<zelFileFilter>()->Filter(), u"*.*");
+  EXPECT_FALSE(filters->Create(u"TXT", u"*"));
+  EXPECT_FALSE(filters->Item(u"no") || filters->Item(std::int32_t{3}) || filters->Remove(u"no"));
+  EXPECT_THAT(logged, ElementsAre("zelFileFilters.Add", "zelFileFilters.Item", "zelFileFilters.Item",
+                                  "zelFileFilters.Remove"));
+}
+
+TEST_F(FileLists, AClientReachesEveryMember) {
+  ClassRegistry registry;
+  registerFiles(registry);
+  const Ref<Object> list = registry.create(u"zelUtilities.zelFileList");
+  std::vector<Variant> arguments{path(u"a.txt")};
+  const Variant created = list->Invoke(u"Create", InvokeKind::Method, arguments);
+  Object& file = *created.object();
+  for (const StringView name : {u"FullPath", u"Name", u"Comment", u"DSOURL", u"POPServer", u"POPAccount",
+                                u"POPPassword", u"From", u"ReplyTo", u"Tag"}) {
+    Variant value = name;
+    file.Invoke(name, InvokeKind::Put, {&value, 1});
+    EXPECT_EQ(file.Invoke(name, InvokeKind::Get, {}).text(), name);
+  }
+  for (const StringView name : {u"Size", u"POPPort"}) {
+    Variant value = std::int32_t{5};
+    file.Invoke(name, InvokeKind::Put, {&value, 1});
+    EXPECT_EQ(file.Invoke(name, InvokeKind::Get, {}).longInteger(), 5);
+  }
+}
+
+}  // namespace
+}  // namespace zelUtilities
