@@ -54,7 +54,9 @@ struct Callable {
   using Function = Variant (*)(const Callable&, Object* self, std::span<Variant> arguments);
 
   Function function = nullptr;
-  alignas(std::max_align_t) std::byte target[2 * sizeof(void*)] = {};  // what function calls
+  // What function calls. Not aligned as std::max_align_t, on which two sources need not agree where a
+  // system header declares it too.
+  alignas(void*) std::byte target[2 * sizeof(void*)] = {};
 
   explicit operator bool() const { return function != nullptr; }
   Variant operator()(Object* self, std::span<Variant> arguments) const {
