@@ -57,4 +57,12 @@ class ArrayData {
   std::vector<Variant> elements_;
 };
 
+// An array parameter whose elements are all of one kind; holds nothing where the array has no dimensions yet.
+template <VariantKind elementKind>
+struct TypedArray {
+  Ref<ArrayData> data;
+};
+
+using DoubleArray = TypedArray<VariantKind::Double>;
+
 }  // namespace zelUtilities

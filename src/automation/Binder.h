@@ -139,6 +139,22 @@ struct Travel<Ref<ArrayData>> {
   static Variant toVariant(Ref<ArrayData> value) { return Variant(std::move(value)); }
 };
 
+// An array parameter of one element kind; any other array is a type mismatch.
+template <VariantKind elementKind>
+struct Travel<TypedArray<elementKind>> {
+  static TypeInfo type() {
+    TypeInfo info{elementKind};
+    info.array = true;
+    return info;
+  }
+  static TypedArray<elementKind> fromVariant(const Variant& value) {
+    if (!value.isArray() || value.array().elementKind() != elementKind)
+      throw Error(ErrorNumber::TypeMismatch);
+    return {value.arrayRef()};
+  }
+  static Variant toVariant(const TypedArray<elementKind>& value) { return Variant(value.data); }
+};
+
 template <class T>
 concept Described = requires {
   T::describeClass();
