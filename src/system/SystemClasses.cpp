@@ -1,6 +1,10 @@
 #include "system/SystemClasses.h"
 
+#include "system/zelConversions.h"
+#include "system/zelMisc.h"
+#include "system/zelObjects.h"
 #include "system/zelRegistry.h"
+#include "system/zelStrings.h"
 #include "system/zelTimeZone.h"
 #include "system/zelWinAPI.h"
 
@@ -8,6 +12,10 @@ namespace zelUtilities {
 
 void registerSystem(ClassRegistry& registry) {
   registry.add(zelRegistryInfo());
+  registry.add(zelMisc::describeClass());
+  registry.add(zelObjects::describeClass());
+  registry.add(zelConversions::describeClass());
+  registry.add(zelStrings::describeClass());
   registry.add(zelWinAPI::describeClass());
   registry.add(zelTimeZone::describeClass());
 }
