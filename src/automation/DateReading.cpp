@@ -262,9 +262,51 @@ std::optional<int> readDay(const ElementReader& elements, Part part, DateOrder o
   return part.count == 2 ? readTwoNumbers(first[0], first[1], order) : readThreeNumbers(first, order);
 }
 
+// The most common form, the same in every locale: "2007-03-05", with or without " 14:07:09". Nothing for any
+// other text, date or not.
+class IsoDate {
+ public:
+  explicit IsoDate(StringView text) : text_(text) {}
+
+  std::optional<double> read() const {
+    if (text_.size() != dateUnits && text_.size() != allUnits) return std::nullopt;
+    const int year = pair(0) * 100 + pair(2);
+    const int month = pair(5);
+    const int day = pair(8);
+    if (year < 100 || text_[4] != u'-' || text_[7] != u'-' || month < 0 || day < 0) return std::nullopt;
+    const int second = text_.size() == dateUnits ? 0 : secondOfDay();
+    if (second < 0 || !isCalendarDate(year, month, day)) return std::nullopt;
+    return dateOf(dayNumberOf(year, month, day), second);
+  }
+
+ private:
+  static constexpr std::size_t dateUnits = 10;
+  static constexpr std::size_t allUnits = 19;
+  static constexpr int noNumber = -100'000;
+
+  // Two digits; far below 0 where there are none.
+  int pair(std::size_t at) const {
+    if (!isDigit(text_[at]) || !isDigit(text_[at + 1])) return noNumber;
+    return (text_[at] - u'0') * 10 + (text_[at + 1] - u'0');
+  }
+  int secondOfDay() const {
+    const int hour = pair(11);
+    const int minute = pair(14);
+    const int second = pair(17);
+    if (text_[10] != u' ' || text_[13] != u':' || text_[16] != u':') return noNumber;
+    if (hour > 23 || minute > 59 || second > 59 || hour < 0 || minute < 0) return noNumber;
+    return (hour * 60 + minute) * 60 + second;
+  }
+
+  StringView text_;
+};
+
 }  // namespace
 
 std::optional<double> readDate(StringView text, const Locale& locale) {
+  // Where ":" divides dates, it may mean something else.
+  if (!locale.dateSeparator.starts_with(u':'))
+    if (const std::optional<double> iso = IsoDate(text).read()) return iso;
   ElementReader elements(text, locale);
   if (!elements.read()) return std::nullopt;
   const std::optional<Part> time = timePart(elements);

@@ -92,5 +92,17 @@ TEST(Calendar, WritesBackEveryDateItReads) {
   }
 }
 
+TEST(DateReading, ReadsIsoDatesFastAndAlike) {
+  Locale colons;
+  colons.dateSeparator = u":";
+  // With a blank behind it the text is read the long way.
+  for (const StringView text :
+       {u"2007-03-05", u"2007-02-29", u"0099-01-01", u"0100-01-01", u"9999-12-31 23:59:59",
+        u"1899-12-29 06:00:00", u"2007-03-05 24:00:00", u"2007-03-05 23:60:00", u"2007-03-05 23:59:60",
+        u"2007-03-05T14:07:09", u"2007-1a-05", u"2007-03-0 "})
+    for (const Locale& locale : {Locale(), germanLocale(), colons})
+      EXPECT_EQ(readDate(text, locale), readDate(String(text) + u" ", locale)) << toUtf8(text);
+}
+
 }  // namespace
 }  // namespace zelUtilities
