@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# check-package.sh TREE ZIP: unpacks the package for Windows clients somewhere in the build tree and uses it from
+# check-package.sh TREE: unpacks the package that lies in a build tree of the preset windows-x64 and uses it from
 # there under Wine: registers the library, runs an example as a script and ends the registration. Says "package
-# ok", or what went wrong. The first argument is the build tree of the preset windows-x64.
+# ok", or what went wrong.
 set -eu
 
-tree=$(realpath "$1") zip=$(realpath "$2")
+tree=$(realpath "$1")
+zip=$(echo "$tree"/zelUtilities-*-windows.zip)
 cd "$(dirname "$0")/.."
 place=$(mktemp -d "$tree/unpacked here.XXXXXX")
 trap 'rm -rf "$place"' EXIT
