@@ -9,7 +9,7 @@ constexpr std::size_t fewKeys = 8;
 
 }  // namespace
 
-CellLayout::CellLayout(const zelNodeListColumns& columns) {
+CellLayout::CellLayout(const zelNodeListColumns& columns) : memory_(std::make_shared<NodeMemory>()) {
   auto keys = std::make_shared<Keys>();
   columns.forEach([&](zelNodeListColumn& column) {
     columns_.emplace_back(&column);
@@ -33,7 +33,7 @@ std::uint32_t CellLayout::find(StringView key) const {
 
 Ref<CellLayout> CellLayout::detached() {
   if (isDetached()) return Ref<CellLayout>(this);
-  if (!detached_) detached_ = Ref<CellLayout>(new CellLayout(keys_));
+  if (!detached_) detached_ = Ref<CellLayout>(new CellLayout(keys_, memory_));
   return detached_;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "automation/KeyIndex.h"
+#include "datalist/NodeMemory.h"
 #include "datalist/zelNodeListColumns.h"
 
 namespace zelUtilities {
@@ -26,8 +27,10 @@ class CellLayout {
     return columns_.empty() ? nullptr : columns_[position].get();
   }
   bool isDetached() const { return columns_.empty(); }
-  // The same keys without the columns.
+  // The same keys without the columns, and the same memory.
   Ref<CellLayout> detached();
+  // Of the nodes whose cells the layout describes.
+  NodeMemory& memory() const { return *memory_; }
 
   void retain() const { ++references_; }
   void release() const {
@@ -46,10 +49,12 @@ class CellLayout {
     KeyIndex<Key> index;  // of many keys only
   };
 
-  explicit CellLayout(std::shared_ptr<const Keys> keys) : keys_(std::move(keys)) {}
+  CellLayout(std::shared_ptr<const Keys> keys, std::shared_ptr<NodeMemory> memory)
+      : keys_(std::move(keys)), memory_(std::move(memory)) {}
 
   mutable std::uint32_t references_ = 0;
   std::shared_ptr<const Keys> keys_;
+  std::shared_ptr<NodeMemory> memory_;
   std::vector<Ref<zelNodeListColumn>> columns_;
   Ref<CellLayout> detached_;
 };

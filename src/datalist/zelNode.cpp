@@ -32,12 +32,15 @@ const String noText;
 
 Ref<zelNode> zelNode::create(StringView sKey, const Ref<CellLayout>& layout) {
   if (sKey.size() > static_cast<std::size_t>(INT32_MAX)) throw Error(ErrorNumber::Overflow);
-  const std::size_t size = cellsOffset(sKey.size()) + layout->size() * sizeof(zelCell);
-  return Ref<zelNode>(new (::operator new(size)) zelNode(sKey, layout));
+  const NodeMemory::Block block = layout->memory().allocate(blockSize(sKey.size(), layout->size()));
+  return Ref<zelNode>(new (block.place) zelNode(sKey, layout, block.offset));
 }
 
-zelNode::zelNode(StringView sKey, Ref<CellLayout> layout)
-    : layout_(std::move(layout)), cells_(*this), keyUnits_(static_cast<std::uint32_t>(sKey.size())) {
+zelNode::zelNode(StringView sKey, Ref<CellLayout> layout, std::uint32_t memoryOffset)
+    : memoryOffset_(memoryOffset),
+      layout_(std::move(layout)),
+      cells_(*this),
+      keyUnits_(static_cast<std::uint32_t>(sKey.size())) {
   if (!sKey.empty()) std::memcpy(static_cast<void*>(this + 1), sKey.data(), sKey.size() * sizeof(char16_t));
   for (std::uint32_t i = 0; i < cellCount(); ++i) new (firstCell() + i) zelCell(*this);
 }
@@ -51,8 +54,11 @@ zelNode::~zelNode() {
 }
 
 void zelNode::destroy(zelNode* node) {
+  const Ref<CellLayout> layout = node->layout_;  // whose memory outlives the node
+  const NodeMemory::Block block{node, node->memoryOffset_};
+  const std::size_t size = blockSize(node->keyUnits_, node->cellCount());
   node->~zelNode();
-  ::operator delete(node);
+  layout->memory().free(block, size);
 }
 
 void zelNode::lastReference() {

@@ -47,10 +47,10 @@ class zelNode final : public Object {
   // The handle of the item that a client's tree control made for the node; only stored.
   std::int32_t HItem() const { return hItem_; }
   void setHItem(std::int32_t value) { hItem_ = value; }
-  bool Expanded() const { return expanded_; }
+  bool Expanded() const { return expanded_ != 0; }
   void setExpanded(bool value) { expanded_ = value; }
   // The client's flag; the library never sets it.
-  bool Changed() const { return changed_; }
+  bool Changed() const { return changed_ != 0; }
   void setChanged(bool value) { changed_ = value; }
   Ref<zelCells> Cells() const { return Ref<zelCells>(const_cast<zelCells*>(&cells_)); }
   // The first column's cell.
@@ -93,13 +93,16 @@ class zelNode final : public Object {
 
   struct Extras;
 
-  zelNode(StringView sKey, Ref<CellLayout> layout);
+  zelNode(StringView sKey, Ref<CellLayout> layout, std::uint32_t memoryOffset);
   ~zelNode() override;
   void lastReference() override;
   static void destroy(zelNode* node);
 
   static std::size_t cellsOffset(std::size_t keyUnits) {
     return (sizeof(zelNode) + keyUnits * sizeof(char16_t) + alignof(zelCell) - 1) & ~(alignof(zelCell) - 1);
+  }
+  static std::size_t blockSize(std::size_t keyUnits, std::size_t cells) {
+    return cellsOffset(keyUnits) + cells * sizeof(zelCell);
   }
   zelCell* firstCell() const {
     return reinterpret_cast<zelCell*>(reinterpret_cast<char*>(const_cast<zelNode*>(this)) +
@@ -108,9 +111,10 @@ class zelNode final : public Object {
   Extras& extras();
   void clearBackReferences();
 
-  bool expanded_ = false;
-  bool changed_ = false;
-  bool cleared_ = false;  // nothing at or below the node refers back
+  std::uint32_t expanded_ : 1 = 0;
+  std::uint32_t changed_ : 1 = 0;
+  std::uint32_t cleared_ : 1 = 0;          // nothing at or below the node refers back
+  const std::uint32_t memoryOffset_ : 29;  // of the node's block
   // The collection that the node stands in; while a node is ended, the next one to end.
   union {
     zelNodes* siblings_ = nullptr;

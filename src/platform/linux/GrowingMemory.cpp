@@ -12,7 +12,7 @@ namespace zelUtilities {
 namespace {
 
 constexpr std::size_t largePage = std::size_t{2} << 20;
-constexpr std::size_t mappedFrom = 2 * largePage;  // smaller buffers come from the heap
+constexpr std::size_t mappedFrom = largePage;  // smaller buffers come from the heap
 
 bool isMapped(std::size_t bytes) { return bytes >= mappedFrom; }
 
