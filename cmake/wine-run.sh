@@ -5,31 +5,34 @@
 # Every run has a Wine prefix of its own, so that programs neither see each other's registry and files nor
 # anything of the user's. It is a copy by hard links (some 0.03 s) of a template in the program's build tree,
 # which the first run creates (some 10 s). Wine rewrites its registry files in place; those are real copies.
+# Programs of a 32-bit build tree run under the 32-bit Wine of wine32.sh.
 set -eu
 
 export LC_ALL=C.UTF-8 TZ=UTC WINEDEBUG=-all
 unset DISPLAY WAYLAND_DISPLAY
+here=$(realpath "$(dirname "$0")")
+wine=(wine) wineserver=(wineserver)
 
 createTemplate() {
   local making=$template.making
   rm -rf "$template" "$making"
   export WINEPREFIX=$making
-  WINEDLLOVERRIDES="mscoree,mshtml=" wineboot -i
+  WINEDLLOVERRIDES="mscoree,mshtml=" "${wine[@]}" wineboot -i
   # Windows and message boxes work without a display; a crash ends the program instead of asking.
-  wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
-  wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
-  timeout 20 wineserver -w || wineserver -k || true
+  "${wine[@]}" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
+  "${wine[@]}" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
+  timeout 20 "${wineserver[@]}" -w || "${wineserver[@]}" -k || true
   # The user's folders are links into the real home at first.
   find "$making/drive_c/users" -type l | while read -r link; do
     rm "$link"
     mkdir "$link"
   done
-  wine --version >"$making/wine-version"
+  "${wine[@]}" --version >"$making/wine-version"
   mv "$making" "$template"
 }
 
 cleanUp() {
-  WINEPREFIX=$prefix wineserver -k || true
+  WINEPREFIX=$prefix "${wineserver[@]}" -k || true
   rm -rf "$prefix" || { sleep 1 && rm -rf "$prefix"; }
 }
 
@@ -49,7 +52,12 @@ fi
 template=$tree/wine-template
 exec 9>"$tree/wine.lock"
 flock 9
-if [ "$(cat "$template/wine-version" 2>/dev/null)" != "$(wine --version)" ]; then
+if grep -q '^CMAKE_TOOLCHAIN_FILE.*mingw-i686' "$tree/CMakeCache.txt"; then
+  "$here/wine32.sh" --prepare "$tree" >"$tree/wine32.log" 2>&1 9>&- ||
+    { echo "wine-run.sh: no 32-bit Wine could be had, see $tree/wine32.log" >&2; exit 1; }
+  wine=("$here/wine32.sh" "$tree" wine) wineserver=("$here/wine32.sh" "$tree" wineserver)
+fi
+if [ "$(cat "$template/wine-version" 2>/dev/null)" != "$("${wine[@]}" --version)" ]; then
   createTemplate </dev/null >"$tree/wine-template.log" 2>&1 9>&- ||
     { echo "wine-run.sh: no Wine prefix could be made, see $tree/wine-template.log" >&2; exit 1; }
 fi
@@ -65,7 +73,7 @@ for registry in "$template"/*.reg; do
 done
 
 # In the background, so that a signal ends the program with its whole prefix.
-WINEPREFIX=$prefix wine "$program" "$@" <&0 &
+WINEPREFIX=$prefix "${wine[@]}" "$program" "$@" <&0 &
 code=0
 wait $! || code=$?
 exit $code
