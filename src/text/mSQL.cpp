@@ -11,6 +11,7 @@
 #include "automation/LeadingNumber.h"
 #include "automation/NumberText.h"
 #include "foundation/Handled.h"
+#include "system/mStrings.h"
 #include "text/DateDigits.h"
 #include "text/TextSearch.h"
 
@@ -40,8 +41,6 @@ String textOfValue(const Variant& value) {
       return toText(value);
   }
 }
-
-bool bothBlank(char16_t left, char16_t right) { return left == u' ' && right == u' '; }
 
 String quoted(StringView text, StringView mark) { return String(mark).append(text).append(mark); }
 
@@ -133,7 +132,7 @@ String SQLString(const Variant& vValue, bool bUseNull, bool bTrimString, bool bP
     text.resize(std::min(text.find(u'\0'), text.size()));
     text = replaceEach(text, u"'", u"''");
     if (bTrimString) text.resize(text.find_last_not_of(u' ') + 1);
-    if (!bPreserveDupSpaces) text.erase(std::unique(text.begin(), text.end(), bothBlank), text.end());
+    if (!bPreserveDupSpaces) text = mStrings::RemoveDups(text, u" ");
     literal = quoted(text, u"'");
   });
   return literal;
