@@ -13,7 +13,7 @@ if [ "$exports" != "$expected" ]; then
 fi
 
 foreign=$(sed -nE 's/^[[:space:]]*DLL Name: //p' <<<"$dump" |
-  grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|user32|shell32|mpr|comdlg32)\.dll$')
+  grep -viE '^(advapi32|gdi32|kernel32|msvcrt|ole32|oleaut32|user32|shell32|mpr|comdlg32)\.dll$')
 if [ -n "$foreign" ]; then
   echo "$dll imports $foreign" >&2
   exit 1

@@ -31,6 +31,9 @@ struct Objects {
 
 inline Ref<Object> createObject(StringView progId) { return Service<Objects>::inForce().create(progId); }
 
+// The name of an object's class as clients see it: "TextBox"; "Object" where the object does not tell.
+String className(Object& object);
+
 using ObjectFactory = std::function<Ref<Object>()>;
 
 // Registers a class of the program's own for this process, in place of an earlier one under the name. An

@@ -1,5 +1,6 @@
 #include "platform/Objects.h"
 
+#include "automation/Conversions.h"
 #include "platform/ObjectTable.h"
 #include "platform/linux/FileSystemObject.h"
 #include "platform/linux/XmlDocument.h"
@@ -25,6 +26,8 @@ class LinuxObjects : public Objects {
 };
 
 }  // namespace
+
+String className(Object& object) { return typeName(Variant(&object)); }
 
 Objects& Objects::system() {
   static auto& service = *new LinuxObjects;

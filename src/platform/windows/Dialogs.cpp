@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/windows/FileDialogs.h"
 #include "platform/windows/WideText.h"
 
 namespace zelUtilities {
@@ -15,6 +16,14 @@ class WindowsDialogs : public Dialogs {
                                    static_cast<UINT>(style) | MB_TASKMODAL);
     // A box that could not be shown, in a service say, must not keep the caller from going on.
     return answer > 0 ? answer : MessageBoxAnswer::Ok;
+  }
+
+  std::vector<String> openFiles(const FileQuestion& question) override {
+    return fileDialogs::openFiles(question);
+  }
+  String saveFile(const FileQuestion& question) override { return fileDialogs::saveFile(question); }
+  String selectFolder(StringView title, StringView folder) override {
+    return fileDialogs::selectFolder(title, folder);
   }
 };
 

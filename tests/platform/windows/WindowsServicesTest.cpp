@@ -74,7 +74,7 @@ TEST(MessageBox, ShowsTitleAndTextAndTellsTheAnswer) {
     while (!closed) {
       if (const HWND box = FindWindowW(L"#32770", L"Contract title")) {
         wchar_t text[64] = {};
-        GetDlgItemTextW(box, 0xFFFF, text, 64);
+        if (GetDlgItemTextW(box, 0xFFFF, text, 64) == 0) continue;  // not complete yet
         shown = text;
         PostMessageW(box, WM_COMMAND, IDOK, 0);
       }
