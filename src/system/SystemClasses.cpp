@@ -1,6 +1,9 @@
 #include "system/SystemClasses.h"
 
+#include "system/zelApp.h"
+#include "system/zelControls.h"
 #include "system/zelConversions.h"
+#include "system/zelHelp.h"
 #include "system/zelMisc.h"
 #include "system/zelObjects.h"
 #include "system/zelRegistry.h"
@@ -18,6 +21,9 @@ void registerSystem(ClassRegistry& registry) {
   registry.add(zelStrings::describeClass());
   registry.add(zelWinAPI::describeClass());
   registry.add(zelTimeZone::describeClass());
+  registry.add(zelControls::describeClass());
+  registry.add(zelHelp::describeClass());
+  registry.add(zelApp::describeClass());
 }
 
 }  // namespace zelUtilities
