@@ -10,6 +10,7 @@
 
 #include "automation/Error.h"
 #include "platform/linux/XmlDocumentText.h"
+#include "platform/linux/XmlErrors.h"
 
 namespace zelUtilities {
 
@@ -32,36 +33,6 @@ struct Progress {
 xmlParserCtxt& contextOf(void* data) { return *static_cast<xmlParserCtxt*>(data); }
 Progress& progressOf(void* data) { return *static_cast<Progress*>(contextOf(data)._private); }
 
-struct Code {
-  int theirs;
-  std::uint32_t ours;
-};
-constexpr Code codes[] = {
-    {XML_ERR_DOCUMENT_EMPTY, 0xC00CE558},         {XML_ERR_DOCUMENT_END, 0xC00CE556},
-    {XML_ERR_INVALID_CHAR, 0xC00CE508},           {XML_ERR_INVALID_CHARREF, 0xC00CE508},
-    {XML_ERR_INVALID_ENCODING, 0xC00CE508},       {XML_ERR_UNDECLARED_ENTITY, 0xC00CE00D},
-    {XML_WAR_UNDECLARED_ENTITY, 0xC00CE00D},      {XML_ERR_ENTITYREF_SEMICOL_MISSING, 0xC00CE50D},
-    {XML_ERR_LT_IN_ATTRIBUTE, 0xC00CE506},        {XML_ERR_ATTRIBUTE_NOT_STARTED, 0xC00CE502},
-    {XML_ERR_ATTRIBUTE_NOT_FINISHED, 0xC00CE55D}, {XML_ERR_ATTRIBUTE_WITHOUT_VALUE, 0xC00CE501},
-    {XML_ERR_ATTRIBUTE_REDEFINED, 0xC00CE554},    {XML_ERR_COMMENT_NOT_FINISHED, 0xC00CE55E},
-    {XML_ERR_CDATA_NOT_FINISHED, 0xC00CE561},     {XML_ERR_SPACE_REQUIRED, 0xC00CE509},
-    {XML_ERR_NAME_REQUIRED, 0xC00CE504},          {XML_ERR_GT_REQUIRED, 0xC00CE50A},
-    {XML_ERR_TAG_NAME_MISMATCH, 0xC00CE56D},      {XML_ERR_TAG_NOT_FINISHED, 0xC00CE553},
-    {XML_NS_ERR_UNDEFINED_NAMESPACE, 0xC00CE01D},
-};
-
-std::int32_t codeOf(int theirs) {
-  const auto* found = std::find_if(std::begin(codes), std::end(codes),
-                                   [&](const Code& code) { return code.theirs == theirs; });
-  return found == std::end(codes) ? XmlErrorNumber::Failed : static_cast<std::int32_t>(found->ours);
-}
-
-String sentenceOf(const char* message) {
-  std::string_view text = message ? message : "The document cannot be read.";
-  while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
-  return fromUtf8(text);
-}
-
 void place(XmlFault& fault, const xmlParserInput* input) {
   if (!input) return;
   fault.line = input->line;
@@ -72,7 +43,7 @@ void place(XmlFault& fault, const xmlParserInput* input) {
 void keep(Progress& progress, std::int32_t code, const char* message) noexcept {
   if (progress.fault.code != 0) return;
   try {
-    progress.fault = XmlFault::of(code, sentenceOf(message));
+    progress.fault = XmlFault::of(code, xmlErrorSentence(message));
     place(progress.fault, progress.outermost->input);
   } catch (...) {
     progress.outOfMemory = true;
@@ -83,7 +54,7 @@ void onError(void* data, xmlError* error) noexcept {
   // Any text may be a name space's address.
   if (error->level < XML_ERR_ERROR || error->code == XML_WAR_NS_URI) return;
   if (error->code == XML_ERR_NO_MEMORY) progressOf(data).outOfMemory = true;
-  keep(progressOf(data), codeOf(error->code), error->message);
+  keep(progressOf(data), xmlErrorNumber(error->code), error->message);
 }
 
 void refuse(void* data, std::int32_t code, const char* message) noexcept {
@@ -116,7 +87,7 @@ xmlEntity* parameterEntityNamed(void* data, const xmlChar* name) {
 
 // Comes for entities only that are not declared: all others are replaced by what they stand for.
 void onUnknownEntity(void* data, const xmlChar*) {
-  refuse(data, codeOf(XML_ERR_UNDECLARED_ENTITY), "Reference to an undefined entity.");
+  refuse(data, xmlErrorNumber(XML_ERR_UNDECLARED_ENTITY), "Reference to an undefined entity.");
 }
 
 void onStart(void* data) {
