@@ -1,27 +1,10 @@
-// The enumerations of the data list, as clients see them.
+// The enumerations of the data list, as clients see them; CellTypes.h has the kinds of columns.
 #pragma once
 
 #include "automation/ClassInfo.h"
+#include "text/CellTypes.h"
 
 namespace zelUtilities {
-
-// The kind of value of a column or cell. The numbers are those of the Automation variant types
-// where one exists; 6, 9 and 10 are not used.
-enum ZEL_Utilities_CellTypes : std::int32_t {
-  ZEL_CellType_UseColumn = 0,  // of a cell: what its column says
-  ZEL_CellType_Byte = 1,
-  ZEL_CellType_Short = 2,
-  ZEL_CellType_Long = 3,
-  ZEL_CellType_Single = 4,
-  ZEL_CellType_Double = 5,
-  ZEL_CellType_Date = 7,
-  ZEL_CellType_String = 8,
-  ZEL_CellType_Boolean = 11,
-  ZEL_CellType_Color = 12,
-  ZEL_CellType_UOM = 13,
-  ZEL_CellType_PickList = 14,
-  ZEL_CellType_ColorList = 15
-};
 
 // A setting of a cell that may be left to its column.
 enum ZEL_Utilities_CellBoolean : std::int32_t {
@@ -47,8 +30,6 @@ enum ZEL_Utilities_ColumnErrors : std::int32_t {
   ZEL_ColumnError_Overflow = 6  // for callers; Validate never finds it
 };
 
-template <>
-const EnumInfo& enumInfo<ZEL_Utilities_CellTypes>();
 template <>
 const EnumInfo& enumInfo<ZEL_Utilities_CellBoolean>();
 template <>
