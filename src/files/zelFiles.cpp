@@ -1,6 +1,7 @@
 #include "files/zelFiles.h"
 
 #include "automation/Binder.h"
+#include "files/FileDialogs.h"
 
 namespace zelUtilities {
 
@@ -123,7 +124,19 @@ const ClassInfo& zelFiles::describeClass() {
           .function("zel_GetCommonFilesDir", &zel_GetCommonFilesDir, "The folder of common program files.")
           .function("zel_GetProgramFilesDir", &zel_GetProgramFilesDir, "The folder of programs.")
           .function("zel_GetDesktopDir", &zel_GetDesktopDir, "The user's desktop folder.")
-          .function("zel_GetPersonalDir", &zel_GetPersonalDir, "The user's folder of documents.");
+          .function("zel_GetPersonalDir", &zel_GetPersonalDir, "The user's folder of documents.")
+          .function("zel_GetOpenFilename", &zel_GetOpenFilename,
+                    {optional("oFilters"), arg("sInitialFolder") = u"", arg("sTitle") = u"",
+                     arg("sDefaultExtension") = u"", arg("lFilterIndex") = std::int32_t{1},
+                     arg("bMultiSelect") = false},
+                    "Asks the user for files to open.")
+          .function(
+              "zel_GetSaveAsFilename", &zel_GetSaveAsFilename,
+              {optional("oFilters"), arg("sInitialFolder") = u"", arg("sTitle") = u"",
+               arg("sDefaultExtension") = u"", arg("lFilterIndex") = std::int32_t{1}, arg("sFilename") = u""},
+              "Asks the user for a file to save to.")
+          .function("zel_SelectFolder", &zel_SelectFolder, {arg("sTitle") = u"", arg("sInitialFolder") = u""},
+                    "Asks the user for a folder.");
   return info;
 }
 
