@@ -51,6 +51,8 @@ class XmlHandler {
  public:
   virtual void startDocument() {}
   virtual void startElement(const XmlName&, XmlAttributes&) {}
+  // Whether texts are of interest at this place; asked before each piece.
+  virtual bool wantsCharacters() const { return true; }
   // A piece of text, or of a CDATA section; line ends are LF. Pieces end wherever the reader likes.
   virtual void characters(StringView) {}
   virtual void endElement(const XmlName&) {}

@@ -16,7 +16,7 @@ class XmlLimits {
   void entered() { ++depth_; }
   void left() { --depth_; }
 
-  bool exceeded() const { return depth_ > deepestXmlElement || (given_ > harmless && given_ / 10 > taken_); }
+  bool exceeded() const { return depth_ > deepestXmlElement || given_ > harmless + 10 * taken_; }
   StringView sentence() const {
     return depth_ > deepestXmlElement ? u"Elements are nested more than 5000 deep."
                                       : u"The document's entities stand for too much.";

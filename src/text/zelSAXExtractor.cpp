@@ -83,10 +83,6 @@ void zelSAXExtractor::writeStart(const XmlName& name, XmlAttributes& attributes)
   requireGrown(before);
 }
 
-void zelSAXExtractor::characters(StringView text) {
-  if (isCapturing_) capture_.ConcatenateEscaped(text);
-}
-
 void zelSAXExtractor::endElement(const XmlName& name) {
   if (!isCapturing_) return;
   const std::int32_t before = capture_.length();

@@ -53,7 +53,8 @@ class zelSAXExtractor final : public Object, private XmlHandler {
  private:
   void startDocument() override { isCapturing_ = false; }
   void startElement(const XmlName& name, XmlAttributes& attributes) override;
-  void characters(StringView text) override;
+  bool wantsCharacters() const override { return isCapturing_; }
+  void characters(StringView text) override { capture_.ConcatenateEscaped(text); }
   void endElement(const XmlName& name) override;
   void fatalError(std::int32_t line, std::int32_t column, StringView message) override;
 

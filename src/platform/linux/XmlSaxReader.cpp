@@ -67,7 +67,6 @@ class Reading {
   XmlHandler& handler;
   XmlSaxNames names;
   XmlSaxDecoder decoder;
-  XmlSaxDecoder nameDecoder;
 
   XmlLimits& limits() { return limits_; }
   bool isStopped() const { return raised_ || fault_.number != 0; }
@@ -146,7 +145,8 @@ void onCharacters(void* data, const xmlChar* text, int size) {
   Reading& reading = Reading::of(data);
   reading.guarded(data, [&] {
     reading.limits().gave(static_cast<std::size_t>(size));
-    reading.handler.characters(reading.decoder.decode(view(text, size)));
+    if (reading.handler.wantsCharacters())
+      reading.handler.characters(reading.decoder.decode(view(text, size)));
   });
 }
 

@@ -140,7 +140,7 @@ HRESULT XmlSaxHandler::endElement(const wchar_t* uri, int uriSize, const wchar_t
 HRESULT XmlSaxHandler::characters(const wchar_t* text, int size) {
   return guarded([&] {
     limits_.gave(static_cast<std::size_t>(size));
-    handler_.characters(view(text, size));
+    if (handler_.wantsCharacters()) handler_.characters(view(text, size));
   });
 }
 
