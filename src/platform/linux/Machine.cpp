@@ -60,7 +60,7 @@ std::string hostName() {
 // The host with its domain as the table of hosts has it, if it has. A name server is not asked: that may take
 // half a minute where there is none.
 std::string fullName() {
-  const std::string host = hostName();
+  std::string host = hostName();
   if (host.find('.') != std::string::npos) return host;
   std::ifstream hosts("/etc/hosts");
   for (std::string line; std::getline(hosts, line);) {
@@ -82,7 +82,7 @@ class LinuxMachine : public Machine {
   std::uint32_t processId() override { return static_cast<std::uint32_t>(getpid()); }
 
   String computerName(std::int32_t kind) override {
-    const String full = fromUtf8(fullName());
+    String full = fromUtf8(fullName());
     const std::size_t dot = full.find(u'.');
     if (kind < 0 || kind > 7) return {};
     switch (kind % 4) {
