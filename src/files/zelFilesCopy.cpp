@@ -111,10 +111,9 @@ class TreeCopy {
 
   bool isEndless(const FileEntry& entry, const String& path) const {
     if (files().isSame(path, levels_.front().destination)) return true;
-    if (!entry.isLink) return false;
-    for (const Level& level : levels_)
-      if (files().isSame(path, level.source)) return true;
-    return false;
+    return entry.isLink && std::any_of(levels_.begin(), levels_.end(), [&](const Level& level) {
+             return files().isSame(path, level.source);
+           });
   }
 
   // A name that nothing has in the destination needs no further questions there.

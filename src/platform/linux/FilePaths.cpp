@@ -5,7 +5,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <ctime>
 #include <memory>
+#include <optional>
 
 #include "automation/CaseFolding.h"
 #include "automation/Error.h"
@@ -87,7 +91,7 @@ std::string takeDrive(StringView& path) {
   requireName(path);
   if (path.starts_with(u"\\\\")) throw Error(ErrorNumber::PathNotFound);  // another machine's
   if (!hasDrive(path)) return {};
-  const std::string root = driveRoot(path[0]) + "/";
+  std::string root = driveRoot(path[0]) + "/";
   path.remove_prefix(2);
   path.remove_prefix(std::min(path.find_first_not_of(separators), path.size()));
   return root;
@@ -98,13 +102,49 @@ std::string walkFrom(StringView path) {
   return walk(std::move(start), path);
 }
 
-// The native path in the client's spelling.
-std::string asSpelled(StringView path) {
-  std::string start = takeDrive(path);
-  std::string rest = toUtf8(path);
-  std::replace(rest.begin(), rest.end(), '\\', '/');
-  return start + rest;
+std::string findDrive(char letter) {
+  const std::string home = toUtf8(machine().homeFolder());
+  std::string listed = home + "/drives/" + letter;
+  if (isFolder(listed)) return listed;
+  if (letter == 'z') return "";
+  std::string own = home + "/drive_c";
+  if (letter != 'c' || (mkdir(own.c_str(), 0777) != 0 && !isFolder(own)))
+    throw Error(ErrorNumber::PathNotFound);
+  return own;
 }
+
+// The drives that were found a moment ago, so that not every path of many looks them up again.
+class RememberedDrives {
+ public:
+  std::string root(char letter) {
+    const char* home = std::getenv("ZELORA_HOME");
+    if (&machine() != machine_ || isLongAgo() || home_ != (home ? home : "")) {
+      machine_ = &machine();
+      home_ = home ? home : "";
+      roots_ = {};
+    }
+    std::optional<std::string>& root = roots_[static_cast<std::size_t>(letter - 'a')];
+    if (!root) root = findDrive(letter);
+    return *root;
+  }
+
+ private:
+  static constexpr long moment = 100'000'000;  // nanoseconds
+
+  bool isLongAgo() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    const bool longAgo = now.tv_sec > since_.tv_sec + 1 ||
+                         (now.tv_sec - since_.tv_sec) * 1'000'000'000 + now.tv_nsec - since_.tv_nsec > moment;
+    if (longAgo) since_ = now;
+    return longAgo;
+  }
+
+  const Machine* machine_ = nullptr;
+  std::string home_;
+  timespec since_{};
+  std::array<std::optional<std::string>, 26> roots_;
+};
 
 // The root of a drive that there is; "" otherwise.
 std::string rootIfThere(char16_t letter) {
@@ -118,19 +158,23 @@ std::string rootIfThere(char16_t letter) {
 }  // namespace
 
 std::string driveRoot(char16_t letter) {
-  const char lower = static_cast<char>(letter | 0x20);
-  const std::string home = toUtf8(machine().homeFolder());
-  std::string listed = home + "/drives/" + lower;
-  if (isFolder(listed)) return listed;
-  if (lower == 'z') return "";
-  std::string own = home + "/drive_c";
-  if (lower != 'c' || (mkdir(own.c_str(), 0777) != 0 && !isFolder(own)))
-    throw Error(ErrorNumber::PathNotFound);
-  return own;
+  thread_local RememberedDrives drives;
+  return drives.root(static_cast<char>(letter | 0x20));
+}
+
+std::string asSpelled(StringView path) {
+  std::string start = takeDrive(path);
+  std::string rest = toUtf8(path);
+  std::replace(rest.begin(), rest.end(), '\\', '/');
+  return start + rest;
+}
+
+bool statusOf(StringView path, struct stat& status) {
+  return stat(asSpelled(path).c_str(), &status) == 0 || stat(nativePath(path).c_str(), &status) == 0;
 }
 
 std::string nativePath(StringView path) {
-  const std::string spelled = asSpelled(path);
+  std::string spelled = asSpelled(path);
   if (isThere(spelled)) return spelled;  // mostly, and found in one step
   const std::size_t last = lastPartOf(path);
   if (last == path.size() || last == 0) return walkFrom(path);

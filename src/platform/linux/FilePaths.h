@@ -5,6 +5,8 @@
 
 #include "automation/String.h"
 
+struct stat;
+
 namespace zelUtilities {
 
 // The native path. Names that are not there in that spelling are taken from the folder without regard to
@@ -12,7 +14,13 @@ namespace zelUtilities {
 // 76 for a drive that does not exist.
 std::string nativePath(StringView path);
 
-// The same for an entry that is to be made: the last part stays as it is spelled.
+// The native path in the client's own spelling, whatever is there. Raises as nativePath does.
+std::string asSpelled(StringView path);
+
+// What the system knows of an entry, following links; False where there is none. Raises as nativePath does.
+bool statusOf(StringView path, struct stat& status);
+
+// The native path of an entry that is to be made: its last part stays as it is spelled.
 std::string targetPath(StringView path);
 
 // The folder that a native path lies in.

@@ -188,12 +188,15 @@ class LinuxFiles : public Files {
 
   bool fileExists(StringView path) override {
     return ifNameable([&] {
-      const Kind kind = kindOf(nativePath(path));
-      return kind == Kind::File || kind == Kind::Other;
+      struct stat status {};
+      return statusOf(path, status) && !S_ISDIR(status.st_mode);
     });
   }
   bool folderExists(StringView path) override {
-    return ifNameable([&] { return kindOf(nativePath(path)) == Kind::Folder; });
+    return ifNameable([&] {
+      struct stat status {};
+      return statusOf(path, status) && S_ISDIR(status.st_mode);
+    });
   }
   bool driveExists(StringView drive) override {
     return ifNameable([&] {
@@ -207,15 +210,13 @@ class LinuxFiles : public Files {
     return ifNameable([&] {
       struct stat one {};
       struct stat another {};
-      return stat(nativePath(path).c_str(), &one) == 0 && stat(nativePath(other).c_str(), &another) == 0 &&
-             isSameEntry(one, another);
+      return statusOf(path, one) && statusOf(other, another) && isSameEntry(one, another);
     });
   }
 
   FileDetails details(StringView path) override {
-    const std::string native = nativePath(path);
     struct stat status {};
-    if (stat(native.c_str(), &status) != 0) raiseFor(native, errno);
+    if (!statusOf(path, status)) raiseMissing(nativePath(path));
     const bool folder = S_ISDIR(status.st_mode);
     return {folder ? 0 : static_cast<std::uint64_t>(status.st_size), localDate(status.st_mtim.tv_sec),
             folder};
@@ -282,6 +283,7 @@ class LinuxFiles : public Files {
   }
 
   void copy(StringView from, StringView to, bool replacing) override {
+    if (!replacing && copiedAsSpelled(from, to)) return;
     const std::string source = nativePath(from);
     if (!replacing) return copyThere(source, targetPath(to), false);
     const std::string target = behindLinks(nativePath(to));
@@ -341,14 +343,8 @@ class LinuxFiles : public Files {
     static std::atomic<unsigned> count = std::random_device()();
     const String start = String(folder) + u"\\" + String(prefix.substr(0, longestPrefix));
     for (unsigned tries = 0; tries <= 0xFFFF; ++tries) {
-      const String path = start + hexadecimal(++count & 0xFFFF) + u".tmp";
-      const std::string native = nativePath(path);
-      try {
-        FileDescriptor(native, O_CREAT | O_EXCL | O_WRONLY, 0600);
-        return path;
-      } catch (const Error& error) {
-        if (error.number() != ErrorNumber::FileAlreadyExists) throw;
-      }
+      String path = start + hexadecimal(++count & 0xFFFF) + u".tmp";
+      if (isCreated(nativePath(path))) return path;
     }
     throw Error(ErrorNumber::FileAlreadyExists);
   }
@@ -368,12 +364,35 @@ class LinuxFiles : public Files {
     return text;
   }
 
+  // False where the name is taken.
+  static bool isCreated(const std::string& path) {
+    try {
+      const FileDescriptor file(path, O_CREAT | O_EXCL | O_WRONLY, 0600);
+      return true;
+    } catch (const Error& error) {
+      if (error.number() == ErrorNumber::FileAlreadyExists) return false;
+      throw;
+    }
+  }
+
   // Whether the second path is the first one itself, found under a name in other letter case.
   static bool isSpelledAnew(const std::string& path, const std::string& found) {
     struct stat one {};
     struct stat another {};
     return lstat(path.c_str(), &one) == 0 && lstat(found.c_str(), &another) == 0 &&
            isSameEntry(one, another) && nameIn(path) == nameIn(found);
+  }
+
+  // Mostly the names are spelled as they are there, and nothing need be asked.
+  static bool copiedAsSpelled(StringView from, StringView to) {
+    try {
+      copyFile(asSpelled(from), asSpelled(to), false);
+      return true;
+    } catch (const Error& error) {
+      if (error.number() == ErrorNumber::FileNotFound || error.number() == ErrorNumber::PathNotFound)
+        return false;
+      throw;
+    }
   }
 
   static void copyThere(const std::string& from, const std::string& to, bool replacing) {
