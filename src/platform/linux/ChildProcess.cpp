@@ -20,6 +20,7 @@ constexpr int cannotRun = 127;
 // As exec takes it.
 std::vector<char*> argumentList(const std::vector<std::string>& command) {
   std::vector<char*> list;
+  list.reserve(command.size() + 1);
   for (const std::string& argument : command) list.push_back(const_cast<char*>(argument.c_str()));
   list.push_back(nullptr);
   return list;
@@ -72,8 +73,8 @@ std::string findProgram(const std::string& name) {
   std::istringstream folders(path ? path : "");
   for (std::string folder; std::getline(folders, folder, ':');) {
     if (!folder.starts_with('/')) continue;  // the current folder may be anybody's
-    const std::string program = folder + "/" + name;
-    if (access(program.c_str(), X_OK) == 0) return program;
+    folder.append("/").append(name);
+    if (access(folder.c_str(), X_OK) == 0) return folder;
   }
   return {};
 }
@@ -93,13 +94,16 @@ ProgramOutput outputOf(const std::vector<std::string>& command) {
   const std::vector<char*> arguments = argumentList(command);
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) raiseFileError(errno);
+  const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
   const pid_t child = fork();
   if (child == 0) {
     connect(ends[1], STDOUT_FILENO);
+    connect(nowhere, STDERR_FILENO);
     becomeProgram(arguments.data());
   }
   const int failure = child < 0 ? errno : 0;
   close(ends[1]);
+  if (nowhere >= 0) close(nowhere);
   ProgramOutput output;
   if (failure == 0) output = {0, readAll(ends[0])};
   close(ends[0]);

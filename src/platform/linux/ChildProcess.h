@@ -1,4 +1,5 @@
-// Other programs, started by name from PATH without a shell: what an argument holds is never read as a command.
+// Other programs, started by name from PATH without a shell: what an argument holds is never read as a
+// command.
 #pragma once
 
 #include <string>
@@ -9,8 +10,8 @@ namespace zelUtilities {
 // Where PATH finds a program; "" where it does not.
 std::string findProgram(const std::string& name);
 
-// Starts a program, its path and its arguments, that lives on by itself, with nothing on its standard input and
-// output. Raises where the system starts no more processes.
+// Starts a program, its path and its arguments, that lives on by itself, with nothing on its standard input
+// and output. Raises where the system starts no more processes.
 void startDetached(const std::vector<std::string>& command);
 
 struct ProgramOutput {
@@ -18,7 +19,8 @@ struct ProgramOutput {
   std::string text;
 };
 
-// Runs a program to its end and gives what it wrote to its standard output. Raises likewise.
+// Runs a program to its end and gives what it wrote to its standard output; its complaints go nowhere. Raises
+// likewise.
 ProgramOutput outputOf(const std::vector<std::string>& command);
 
 }  // namespace zelUtilities

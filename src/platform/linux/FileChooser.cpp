@@ -35,8 +35,8 @@ struct Program {
 Program chooser() {
   if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY"))
     throw Error(ErrorNumber::CannotCreateObject, {}, u"Files cannot be chosen: there is no display.");
-  const Program zenity{findProgram("zenity"), false};
-  const Program kdialog{findProgram("kdialog"), true};
+  Program zenity{findProgram("zenity"), false};
+  Program kdialog{findProgram("kdialog"), true};
   if (!kdialog.path.empty() && (zenity.path.empty() || isKdesDesktop())) return kdialog;
   if (!zenity.path.empty()) return zenity;
   throw Error(ErrorNumber::CannotCreateObject, {},
