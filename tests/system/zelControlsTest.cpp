@@ -16,6 +16,8 @@ using testing::ElementsAre;
 
 class ZelControls : public testing::Test {
  protected:
+  ~ZelControls() override { controls->Clear(); }  // form and controls hold each other
+
   Ref<TestControl> add(StringView type, const String& name, const Ref<Object>& container) {
     const auto added = control(
         type,
