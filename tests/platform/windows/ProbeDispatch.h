@@ -5,8 +5,10 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace zelUtilities {
 
@@ -14,11 +16,13 @@ namespace zelUtilities {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-// Lives on the stack of its test; references are counted only to be compared.
+// Lives on the stack of its test; references are counted only to be compared. Members are numbered from 1 as
+// they are asked for.
 class ProbeDispatch : public IDispatch {
  public:
   struct Call {
-    std::wstring name;
+    DISPID id;
+    std::wstring name;  // where the member was asked for by name
     WORD flags;
     DISPPARAMS* parameters;
     VARIANT* result;  // may be none
@@ -29,7 +33,10 @@ class ProbeDispatch : public IDispatch {
   };
   using Answer = std::function<HRESULT(const Call&)>;
 
-  explicit ProbeDispatch(Answer answer) : answer_(std::move(answer)) {}
+  // Knows the names given, or, where there are none, any but "Unknown".
+  explicit ProbeDispatch(Answer answer, std::vector<std::wstring> names = {})
+      : answer_(std::move(answer)), names_(std::move(names)), isOpen_(names_.empty()) {}
+  virtual ~ProbeDispatch() = default;
 
   long references() const { return references_; }
 
@@ -47,18 +54,25 @@ class ProbeDispatch : public IDispatch {
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-    name_ = names[0];
-    *ids = name_ == L"Unknown" ? DISPID_UNKNOWN : 7;
-    return name_ == L"Unknown" ? DISP_E_UNKNOWNNAME : S_OK;
+    auto found = std::find_if(names_.begin(), names_.end(), [&](const std::wstring& name) {
+      return CompareStringW(LOCALE_INVARIANT, NORM_IGNORECASE, name.c_str(), -1, names[0], -1) == CSTR_EQUAL;
+    });
+    if (found == names_.end() && isOpen_ && std::wstring(names[0]) != L"Unknown")
+      found = names_.insert(found, names[0]);
+    *ids = found == names_.end() ? DISPID_UNKNOWN : static_cast<DISPID>(found - names_.begin()) + 1;
+    return found == names_.end() ? DISP_E_UNKNOWNNAME : S_OK;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                    VARIANT* result, EXCEPINFO* exception, UINT*) override {
-    return answer_({id == DISPID_VALUE ? L"" : name_, flags, parameters, result, exception});
+    const bool isNamed = id > 0 && static_cast<std::size_t>(id) <= names_.size();
+    return answer_(
+        {id, isNamed ? names_[static_cast<std::size_t>(id) - 1] : L"", flags, parameters, result, exception});
   }
 
  private:
   Answer answer_;
-  std::wstring name_;
+  std::vector<std::wstring> names_;
+  bool isOpen_;
   long references_ = 1;
 };
 

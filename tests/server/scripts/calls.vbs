@@ -35,11 +35,11 @@ Equal pair(1), "two", "an array"
 
 keys = ""
 For Each item In list
-  For Each other In list.RootNodes
+  For Each other In list
     keys = keys & item.Key & other.Key & " "
   Next
 Next
-Equal keys, "k1k1 k2k1 ", "two enumerations at once"
+Equal keys, "k1k1 k1k2 k2k1 k2k2 ", "two enumerations at once over one collection"
 
 at = 0
 For Each item In list
@@ -47,6 +47,10 @@ For Each item In list
   If at < 5 Then list.Create "", "new" & at, ""
 Next
 Equal list.Count, 6, "a list that grows while it is enumerated"
+For Each item In list
+  list.Remove item.Key
+Next
+Equal list.Count, 0, "a list that is emptied while it is enumerated"
 
 Set xml = CreateObject("zelUtilities.zelXML")
 Equal xml.zel_ToXML("a<b"), "a&lt;b", "a global operation"

@@ -1,56 +1,30 @@
-// Sinks of C++ clients: several at once, one that fails, one that keeps the object it listens to.
+// Sinks of C++ clients: several at once, one that fails, one that keeps what it is given.
 #include <gtest/gtest.h>
-#include <windows.h>
-
-#include <ocidl.h>
 #include <olectl.h>
 
-#include <vector>
-
+#include "platform/windows/ProbeDispatch.h"
+#include "platform/windows/VariantConversion.h"
 #include "server/windows/ServerUnderTest.h"
 
 namespace zelUtilities {
 namespace {
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+// Hears every event and answers with the same code.
+struct Sink {
+  explicit Sink(HRESULT code = S_OK) : answer(code) {}
 
-// Lives on its test's stack and answers every event with the same code.
-class Sink final : public IDispatch {
- public:
-  explicit Sink(HRESULT answer = S_OK) : answer_(answer) {}
-  virtual ~Sink() = default;
-
+  HRESULT answer;
   std::vector<DISPID> heard;
   bool cancels = false;
-  long references = 1;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-    const bool known = id == IID_IUnknown || id == IID_IDispatch;
-    *out = known ? this : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
-  ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* passed, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
-    heard.push_back(event);
-    if (cancels && passed->cArgs > 0 && passed->rgvarg[0].vt == (VT_BYREF | VT_BOOL))
-      *passed->rgvarg[0].pboolVal = VARIANT_TRUE;
-    return answer_;
-  }
-
- private:
-  HRESULT answer_;
+  ComRef<IUnknown> kept;  // the first argument, where that is an object
+  ProbeDispatch face{[this](const ProbeDispatch::Call& call) {
+    heard.push_back(call.id);
+    VARIANT& last = call.parameters->rgvarg[0];
+    if (cancels && last.vt == (VT_BYREF | VT_BOOL)) *last.pboolVal = VARIANT_TRUE;
+    if (call.argument(0).vt == VT_DISPATCH) kept = ComRef<IUnknown>(call.argument(0).punkVal);
+    return answer;
+  }};
 };
-
-#pragma GCC diagnostic pop
 
 constexpr DISPID nodeAdded = 1;
 constexpr DISPID nodeRemoved = 2;
@@ -58,116 +32,99 @@ constexpr DISPID removingNode = 3;
 
 class EventSink : public testing::Test {
  protected:
-  EventSink() {
-    CLSID id;
-    CLSIDFromProgID(L"zelUtilities.zelNodeList", &id);
-    CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, reinterpret_cast<void**>(&list_));
-    IConnectionPointContainer* container = nullptr;
-    list_->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container));
-    IProvideClassInfo2* provider = nullptr;
-    list_->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(&provider));
-    GUID events;
-    provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events);
-    container->FindConnectionPoint(events, &point_);
-    provider->Release();
-    container->Release();
-  }
-  ~EventSink() override { end(); }
+  EventSink()
+      : list_(LateBound::create(u"zelUtilities.zelNodeList")), point_(eventsOf(dispatchOf(list_).get())) {}
 
+  DWORD advise(Sink& sink) {
+    DWORD cookie = 0;
+    EXPECT_EQ(point_->Advise(&sink.face, &cookie), S_OK);
+    return cookie;
+  }
   void end() {
-    if (point_) point_->Release();
-    if (list_) list_->Release();
-    point_ = nullptr;
-    list_ = nullptr;
-  }
-
-  HRESULT call(const wchar_t* name, const std::vector<const wchar_t*>& texts) {
-    DISPID id = DISPID_UNKNOWN;
-    LPOLESTR units = const_cast<LPOLESTR>(name);
-    list_->GetIDsOfNames(IID_NULL, &units, 1, LOCALE_USER_DEFAULT, &id);
-    std::vector<VARIANT> arguments(texts.size());
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-      VARIANT& argument = arguments[texts.size() - 1 - i];
-      argument.vt = VT_BSTR;
-      argument.bstrVal = SysAllocString(texts[i]);
-    }
-    DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-    VARIANT result;
-    VariantInit(&result);
-    const HRESULT code = list_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
-                                       &result, nullptr, nullptr);
-    for (VARIANT& argument : arguments) VariantClear(&argument);
-    VariantClear(&result);
-    return code;
+    point_ = {};
+    list_ = LateBound();
   }
 
   ServerUnderTest server_;
-  IDispatch* list_ = nullptr;
-  IConnectionPoint* point_ = nullptr;
+  LateBound list_;
+  ComRef<IConnectionPoint> point_;
 };
 
 TEST_F(EventSink, ThatFailsKeepsNobodyElseFromHearing) {
   Sink failing(E_FAIL);
   Sink other;
-  DWORD cookies[2] = {};
-  ASSERT_EQ(point_->Advise(&failing, &cookies[0]), S_OK);
-  ASSERT_EQ(point_->Advise(&other, &cookies[1]), S_OK);
-  EXPECT_NE(cookies[0], cookies[1]);
-  EXPECT_EQ(call(L"Create", {L"", L"k", L"t"}), S_OK);
+  const DWORD first = advise(failing);
+  EXPECT_NE(advise(other), first);
+  list_(u"Create", u"", u"k", u"t");
   EXPECT_EQ(failing.heard.back(), nodeAdded);
   EXPECT_EQ(other.heard, failing.heard);
-  EXPECT_EQ(point_->Unadvise(cookies[0]), S_OK);
-  EXPECT_EQ(point_->Unadvise(cookies[0]), CONNECT_E_NOCONNECTION);
-  EXPECT_EQ(failing.references, 1);
+  EXPECT_EQ(point_->Unadvise(first), S_OK);
+  EXPECT_EQ(point_->Unadvise(first), CONNECT_E_NOCONNECTION);
+  failing.kept = other.kept = {};
+  EXPECT_EQ(failing.face.references(), 1);
   end();
 }
 
 TEST_F(EventSink, CancelsThroughATypedReference) {
   Sink keeping;
   keeping.cancels = true;
-  DWORD cookie = 0;
-  call(L"Create", {L"", L"k", L"t"});
-  point_->Advise(&keeping, &cookie);
-  EXPECT_EQ(call(L"Remove", {L"k"}), S_OK);
+  list_(u"Create", u"", u"k", u"t");
+  advise(keeping);
+  list_(u"Remove", u"k");
   EXPECT_EQ(keeping.heard.back(), removingNode);  // the last of them
   keeping.cancels = false;
-  EXPECT_EQ(call(L"Remove", {L"k"}), S_OK);
+  list_(u"Remove", u"k");
   EXPECT_EQ(keeping.heard.back(), nodeRemoved);
+  keeping.kept = {};
   end();
 }
 
-// The client that forgets to unadvise: its sink ends with the list, and is let go of once.
+// The client that forgets to unadvise: its sink ends with the list, though it keeps a node of it.
 TEST_F(EventSink, IsLetGoOfWithTheList) {
   Sink forgotten;
-  DWORD cookie = 0;
-  point_->Advise(&forgotten, &cookie);
-  EXPECT_GT(forgotten.references, 1);
+  advise(forgotten);
+  list_(u"Create", u"", u"k", u"t");
+  EXPECT_TRUE(forgotten.kept);
+  EXPECT_GT(forgotten.face.references(), 1);
   end();
-  EXPECT_EQ(forgotten.references, 1);
+  EXPECT_EQ(forgotten.face.references(), 1);
+  EXPECT_EQ(LateBound(objectFromSystem(forgotten.kept.get())).text(u"Text"), u"t");
+}
+
+TEST_F(EventSink, GoesOnHearingOfAListThatAnotherObjectHolds) {
+  Sink sink;
+  advise(sink);
+  const LateBound owner = LateBound::create(u"zelUtilities.zelNodeList").object(u"Create", u"", u"o", u"");
+  owner.put(u"Tag", list_.get());
+  end();
+  owner.object(u"Tag")(u"Create", u"", u"k", u"t");
+  EXPECT_EQ(sink.heard.back(), nodeAdded);
+  sink.kept = {};
+  owner.put(u"Tag", {});
+  EXPECT_EQ(sink.face.references(), 1);
 }
 
 TEST_F(EventSink, MustBeAutomationObject) {
   DWORD cookie = 1;
   EXPECT_EQ(point_->Advise(nullptr, &cookie), E_POINTER);
-  EXPECT_EQ(point_->Advise(point_, &cookie), CONNECT_E_CANNOTCONNECT);
+  EXPECT_EQ(point_->Advise(point_.get(), &cookie), CONNECT_E_CANNOTCONNECT);
   EXPECT_EQ(cookie, 0U);
 }
 
 TEST_F(EventSink, IsListedWhileItIsConnected) {
   Sink sink;
-  DWORD cookie = 0;
-  point_->Advise(&sink, &cookie);
-  IEnumConnections* all = nullptr;
-  ASSERT_EQ(point_->EnumConnections(&all), S_OK);
+  const DWORD cookie = advise(sink);
+  ComRef<IEnumConnections> all;
+  ASSERT_EQ(point_->EnumConnections(all.receive()), S_OK);
   CONNECTDATA found[2] = {};
   ULONG count = 0;
   EXPECT_EQ(all->Next(2, found, &count), S_FALSE);
   ASSERT_EQ(count, 1U);
   EXPECT_EQ(found[0].dwCookie, cookie);
   found[0].pUnk->Release();
-  all->Release();
+  all = {};
   end();
-  EXPECT_EQ(sink.references, 1);
+  EXPECT_EQ(sink.face.references(), 1);
 }
 
 }  // namespace

@@ -9,22 +9,6 @@
 namespace zelUtilities {
 namespace {
 
-// Runs a program of the system's; its exit code.
-DWORD run(std::wstring commandLine) {
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process{};
-  if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                      &process))
-    return DWORD(-1);
-  WaitForSingleObject(process.hProcess, 60000);
-  DWORD code = DWORD(-1);
-  GetExitCodeProcess(process.hProcess, &code);
-  CloseHandle(process.hProcess);
-  CloseHandle(process.hThread);
-  return code;
-}
-
 std::wstring quoted(const std::wstring& path) { return L"\"" + path + L"\""; }
 std::wstring library() { return quoted(besideProgram(L"zelUtilities.dll")); }
 
@@ -88,12 +72,12 @@ void expectRegistered(HKEY hive) {
 
 TEST(Registration, ForTheMachineLeavesNothingBehind) {
   const std::wstring client = L"cscript //nologo " + quoted(besideProgram(L"scripts\\registered.vbs"));
-  EXPECT_EQ(run(client), 1U);  // not there yet; the script host registers itself at its first start
+  EXPECT_EQ(runProgram(client), 1U);  // not there yet; the script host registers itself at its first start
   const auto before = classes(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(run(L"regsvr32 /s " + library()), 0U);
+  ASSERT_EQ(runProgram(L"regsvr32 /s " + library()), 0U);
   expectRegistered(HKEY_LOCAL_MACHINE);
-  EXPECT_EQ(run(client), 42U);
-  ASSERT_EQ(run(L"regsvr32 /u /s " + library()), 0U);
+  EXPECT_EQ(runProgram(client), 42U);
+  ASSERT_EQ(runProgram(L"regsvr32 /u /s " + library()), 0U);
   EXPECT_EQ(difference(before, classes(HKEY_LOCAL_MACHINE)), "");
 }
 
@@ -103,10 +87,10 @@ TEST(Registration, ForOneUserLeavesTheMachineAlone) {
   RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ, nullptr, &root, nullptr);
   RegCloseKey(root);
   const auto before = classes(HKEY_CURRENT_USER);
-  ASSERT_EQ(run(L"regsvr32 /s /n /i:user " + library()), 0U);
+  ASSERT_EQ(runProgram(L"regsvr32 /s /n /i:user " + library()), 0U);
   expectRegistered(HKEY_CURRENT_USER);
   EXPECT_EQ(difference(machine, classes(HKEY_LOCAL_MACHINE)), "");
-  ASSERT_EQ(run(L"regsvr32 /u /s /n /i:user " + library()), 0U);
+  ASSERT_EQ(runProgram(L"regsvr32 /u /s /n /i:user " + library()), 0U);
   EXPECT_EQ(difference(before, classes(HKEY_CURRENT_USER)), "");
 }
 
@@ -114,20 +98,20 @@ TEST(Registration, ACopyElsewhereTakesOverAndIsNotRemovedByTheFirst) {
   CreateDirectoryW(L"second", nullptr);
   ASSERT_TRUE(CopyFileW(besideProgram(L"zelUtilities.dll").c_str(), L"second\\zelUtilities.dll", FALSE));
   const auto before = classes(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(run(L"regsvr32 /s " + library()), 0U);
-  ASSERT_EQ(run(L"regsvr32 /s second\\zelUtilities.dll"), 0U);
+  ASSERT_EQ(runProgram(L"regsvr32 /s " + library()), 0U);
+  ASSERT_EQ(runProgram(L"regsvr32 /s second\\zelUtilities.dll"), 0U);
   const auto second = classes(HKEY_LOCAL_MACHINE);
-  EXPECT_EQ(run(L"regsvr32 /u /s " + library()), 0U);
+  EXPECT_EQ(runProgram(L"regsvr32 /u /s " + library()), 0U);
   EXPECT_EQ(difference(second, classes(HKEY_LOCAL_MACHINE)), "");
-  EXPECT_EQ(run(L"regsvr32 /u /s second\\zelUtilities.dll"), 0U);
+  EXPECT_EQ(runProgram(L"regsvr32 /u /s second\\zelUtilities.dll"), 0U);
   EXPECT_EQ(difference(before, classes(HKEY_LOCAL_MACHINE)), "");
 }
 
 TEST(Registration, AHalfRemovedOneIsTakenBackToo) {
   const auto before = classes(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(run(L"regsvr32 /s " + library()), 0U);
+  ASSERT_EQ(runProgram(L"regsvr32 /s " + library()), 0U);
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + nodeListKey).c_str());
-  EXPECT_EQ(run(L"regsvr32 /u /s " + library()), 0U);
+  EXPECT_EQ(runProgram(L"regsvr32 /u /s " + library()), 0U);
   EXPECT_EQ(difference(before, classes(HKEY_LOCAL_MACHINE)), "");
 }
 

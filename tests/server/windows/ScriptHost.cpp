@@ -3,200 +3,118 @@
 #include <windows.h>
 
 #include <activscp.h>
-#include <ocidl.h>
 
+#include <deque>
 #include <fstream>
 #include <iterator>
-#include <map>
-#include <memory>
 #include <vector>
 
+#include "platform/windows/OwnedVariant.h"
+#include "platform/windows/ProbeDispatch.h"
 #include "server/windows/ServerUnderTest.h"
 
 namespace zelUtilities {
 
 namespace {
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+// Calls a function of the script. Scripts write into references to variants only.
+HRESULT callScript(IDispatch& script, DISPID function, DISPPARAMS& passed) {
+  std::vector<OwnedVariant> held(passed.cArgs);
+  std::vector<VARIANT> arguments(passed.cArgs);
+  for (UINT i = 0; i < passed.cArgs; ++i) {
+    VariantCopyInd(&held[i], &passed.rgvarg[i]);
+    arguments[i] = held[i];
+    if ((passed.rgvarg[i].vt & VT_BYREF) == 0) continue;
+    arguments[i].vt = VT_BYREF | VT_VARIANT;
+    arguments[i].pvarVal = &held[i];
+  }
+  DISPPARAMS parameters{arguments.data(), nullptr, passed.cArgs, 0};
+  const HRESULT code = script.Invoke(function, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                                     nullptr, nullptr, nullptr);
+  for (UINT i = 0; i < passed.cArgs; ++i)
+    if (passed.rgvarg[i].vt == (VT_BYREF | VT_BOOL) && VariantChangeType(&held[i], &held[i], 0, VT_BOOL) >= 0)
+      *passed.rgvarg[i].pboolVal = held[i].boolVal;
+  return code;
+}
 
-// A dispatch object that answers names of its own; counted only as far as clients need.
-class NamedCalls : public IDispatch {
+// Hands the events of an object to functions of the script, by the names that its type information gives.
+class ScriptSink {
  public:
-  virtual ~NamedCalls() = default;
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-    const bool known = id == IID_IUnknown || id == IID_IDispatch || id == ownId();
-    *out = known ? this : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
-
- protected:
-  virtual GUID ownId() const { return IID_IDispatch; }
-
- private:
-  ULONG references_ = 1;
-};
-
-// Hands the events of an object to functions of the script.
-class ScriptSink final : public NamedCalls {
- public:
-  ScriptSink(IDispatch* script, std::wstring prefix, IDispatch* source)
-      : script_(script), prefix_(std::move(prefix)) {
-    IProvideClassInfo2* provider = nullptr;
-    if (source->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(&provider)) < 0) return;
-    provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &eventsId_);
-    ITypeInfo* coclass = nullptr;
-    ITypeLib* library = nullptr;
+  ScriptSink(IDispatch* script, const std::wstring& prefix, IDispatch* source)
+      : point_(eventsOf(source)), sink_([this, script, prefix](const ProbeDispatch::Call& call) {
+          BSTR event = nullptr;
+          events_->GetDocumentation(call.id, &event, nullptr, nullptr, nullptr);
+          std::wstring name = prefix + L"_" + event;
+          SysFreeString(event);
+          LPOLESTR units = name.data();
+          DISPID function = 0;
+          if (script->GetIDsOfNames(IID_NULL, &units, 1, LOCALE_USER_DEFAULT, &function) < 0)
+            return DISP_E_MEMBERNOTFOUND;
+          return callScript(*script, function, *call.parameters);
+        }) {
+    ComRef<ITypeInfo> coclass;
+    ComRef<ITypeLib> library;
     UINT index = 0;
-    if (provider->GetClassInfo(&coclass) >= 0) {
-      coclass->GetContainingTypeLib(&library, &index);
-      library->GetTypeInfoOfGuid(eventsId_, &events_);
-      library->Release();
-      coclass->Release();
-    }
-    provider->Release();
-    IConnectionPointContainer* container = nullptr;
-    if (source->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)) < 0)
-      return;
-    container->FindConnectionPoint(eventsId_, &point_);
-    container->Release();
-    if (point_) point_->Advise(this, &cookie_);
+    GUID id;
+    const auto provider = query<IProvideClassInfo2>(source);
+    if (!point_ || provider->GetClassInfo(coclass.receive()) < 0) return;
+    coclass->GetContainingTypeLib(library.receive(), &index);
+    provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id);
+    library->GetTypeInfoOfGuid(id, events_.receive());
+    point_->Advise(&sink_, &cookie_);
   }
-  ~ScriptSink() override {
-    if (events_) events_->Release();
-  }
+  ~ScriptSink() { disconnect(); }
 
   bool isConnected() const { return cookie_ != 0; }
   void disconnect() {
-    if (point_) {
-      point_->Unadvise(cookie_);
-      point_->Release();
-    }
-    point_ = nullptr;
-  }
-
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD, DISPPARAMS* passed, VARIANT* result,
-                                   EXCEPINFO* exception, UINT* wrong) override {
-    DISPID function = 0;
-    std::wstring name = prefix_ + L"_" + nameOf(id);
-    LPOLESTR units = name.data();
-    if (script_->GetIDsOfNames(IID_NULL, &units, 1, locale, &function) < 0) return DISP_E_MEMBERNOTFOUND;
-    // Scripts write into references to variants only.
-    std::vector<VARIANT> held(passed->cArgs);
-    std::vector<VARIANT> arguments(passed->cArgs);
-    for (UINT i = 0; i < passed->cArgs; ++i) {
-      VariantInit(&held[i]);
-      VariantCopyInd(&held[i], &passed->rgvarg[i]);
-      arguments[i] = held[i];
-      if ((passed->rgvarg[i].vt & VT_BYREF) == 0) continue;
-      arguments[i].vt = VT_BYREF | VT_VARIANT;
-      arguments[i].pvarVal = &held[i];
-    }
-    DISPPARAMS parameters{arguments.data(), nullptr, passed->cArgs, 0};
-    const HRESULT code =
-        script_->Invoke(function, IID_NULL, locale, DISPATCH_METHOD, &parameters, result, exception, wrong);
-    for (UINT i = 0; i < passed->cArgs; ++i) {
-      if (passed->rgvarg[i].vt == (VT_BYREF | VT_BOOL) &&
-          VariantChangeType(&held[i], &held[i], 0, VT_BOOL) >= 0)
-        *passed->rgvarg[i].pboolVal = held[i].boolVal;
-      VariantClear(&held[i]);
-    }
-    return code;
+    if (cookie_ != 0) point_->Unadvise(cookie_);
+    cookie_ = 0;
   }
 
  private:
-  GUID ownId() const override { return eventsId_; }
-  std::wstring nameOf(DISPID id) const {
-    BSTR name = nullptr;
-    if (events_) events_->GetDocumentation(id, &name, nullptr, nullptr, nullptr);
-    const std::wstring text = name ? name : L"";
-    SysFreeString(name);
-    return text;
-  }
-
-  IDispatch* script_;
-  std::wstring prefix_;
-  GUID eventsId_{};
-  ITypeInfo* events_ = nullptr;
-  IConnectionPoint* point_ = nullptr;
+  ComRef<IConnectionPoint> point_;
   DWORD cookie_ = 0;
+  ComRef<ITypeInfo> events_;
+  ProbeDispatch sink_;
 };
 
 // What the script calls.
-class Tools final : public NamedCalls {
+class Tools {
  public:
-  Tools(ScriptOutcome& outcome, IDispatch*& script) : outcome_(outcome), script_(script) {}
+  explicit Tools(ScriptOutcome& outcome) : outcome_(outcome) {}
 
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-    static constexpr const wchar_t* known[] = {L"Equal", L"Watch", L"Unwatch", L"Finished"};
-    for (DISPID id = 0; id < 4; ++id) {
-      if (lstrcmpiW(names[0], known[id]) != 0) continue;
-      ids[0] = id + 1;
-      return S_OK;
-    }
-    return DISP_E_UNKNOWNNAME;
-  }
-
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* passed, VARIANT* result,
-                                   EXCEPINFO*, UINT*) override {
-    std::vector<VARIANT> values(passed->cArgs);
-    for (UINT i = 0; i < passed->cArgs; ++i) {
-      VariantInit(&values[i]);
-      VariantCopyInd(&values[i], &passed->rgvarg[passed->cArgs - 1 - i]);
-    }
-    const HRESULT code = call(id, values, result);
-    for (VARIANT& value : values) VariantClear(&value);
-    return code;
-  }
-
-  void disconnectAll() {
-    for (auto& [number, sink] : sinks_) {
-      sink->disconnect();
-      sink->Release();
-    }
-    sinks_.clear();
-  }
+  ComRef<IDispatch> script;
+  ProbeDispatch face{[this](const ProbeDispatch::Call& call) {
+                       std::vector<OwnedVariant> values(call.parameters->cArgs);
+                       for (UINT i = 0; i < values.size(); ++i) VariantCopyInd(&values[i], &call.argument(i));
+                       return answer(call.id, values, call.result);
+                     },
+                     {L"Equal", L"Watch", L"Unwatch", L"Finished", L"NewObject"}};
+  std::deque<ScriptSink> sinks;  // kept to the end: one may leave while it is being called
 
  private:
-  HRESULT call(DISPID id, std::vector<VARIANT>& values, VARIANT* result) {
+  HRESULT answer(DISPID id, std::vector<OwnedVariant>& values, VARIANT* result) {
     if (id == 1 && values.size() == 3) {
       const std::string is = textOf(values[0]);
       const std::string expected = textOf(values[1]);
       ++outcome_.checks;
       if (is != expected)
         outcome_.complaints += textOf(values[2]) + ": is <" + is + ">, expected <" + expected + ">\n";
-    } else if (id == 2 && values.size() == 2 && values[0].vt == VT_DISPATCH) {
-      auto* sink = new ScriptSink(script_, values[1].bstrVal, values[0].pdispVal);
-      if (!sink->isConnected()) outcome_.complaints += "no events\n";
-      sinks_.emplace(++lastNumber_, sink);
-      if (result) {
-        result->vt = VT_I4;
-        result->lVal = lastNumber_;
-      }
+    } else if (id == 2 && values.size() == 2) {
+      sinks.emplace_back(script.get(), values[1].bstrVal, values[0].pdispVal);
+      if (!sinks.back().isConnected()) outcome_.complaints += "no events\n";
+      if (result) result->vt = VT_I4;
+      if (result) result->lVal = static_cast<LONG>(sinks.size()) - 1;
     } else if (id == 3 && values.size() == 1) {
-      const auto found = sinks_.find(values[0].vt == VT_I4 ? values[0].lVal : values[0].iVal);
-      if (found == sinks_.end()) return DISP_E_BADINDEX;
-      ScriptSink* sink = found->second;
-      sinks_.erase(found);
-      sink->disconnect();
-      sink->Release();
+      sinks.at(std::stoul(textOf(values[0]))).disconnect();
     } else if (id == 4) {
       outcome_.isFinished = true;
+    } else if (id == 5 && values.size() == 1 && result) {
+      CLSID classId;
+      result->vt = VT_DISPATCH;
+      CLSIDFromProgID(values[0].bstrVal, &classId);
+      return CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                              reinterpret_cast<void**>(&result->pdispVal));
     } else {
       return DISP_E_BADPARAMCOUNT;
     }
@@ -204,10 +122,10 @@ class Tools final : public NamedCalls {
   }
 
   ScriptOutcome& outcome_;
-  IDispatch*& script_;
-  std::map<long, ScriptSink*> sinks_;
-  long lastNumber_ = 0;
 };
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 class Site final : public IActiveScriptSite {
  public:
@@ -269,32 +187,26 @@ ScriptOutcome runScript(const std::wstring& name) {
   ScriptOutcome outcome;
   const std::wstring source = readScript(name);
   CLSID engineId;
+  ComRef<IActiveScript> engine;
   CLSIDFromProgID(name.ends_with(L".js") ? L"JScript" : L"VBScript", &engineId);
-  IActiveScript* engine = nullptr;
-  IActiveScriptParse* parser = nullptr;
   if (source.empty() || CoCreateInstance(engineId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IActiveScript),
-                                         reinterpret_cast<void**>(&engine)) < 0) {
+                                         engine.receiveAny()) < 0) {
     outcome.complaints = "the script or its engine is missing\n";
     return outcome;
   }
-  engine->QueryInterface(__uuidof(IActiveScriptParse), reinterpret_cast<void**>(&parser));
-  IDispatch* script = nullptr;
-  auto* tools = new Tools(outcome, script);
-  Site site(outcome, *tools);
+  const auto parser = query<IActiveScriptParse>(engine.get());
+  Tools tools(outcome);
+  Site site(outcome, tools.face);
   engine->SetScriptSite(&site);
   parser->InitNew();
   engine->AddNamedItem(L"tools", SCRIPTITEM_ISVISIBLE | SCRIPTITEM_GLOBALMEMBERS);
-  engine->GetScriptDispatch(nullptr, &script);
+  engine->GetScriptDispatch(nullptr, tools.script.receive());
   EXCEPINFO exception{};
   parser->ParseScriptText(source.c_str(), nullptr, nullptr, nullptr, 0, 0, SCRIPTTEXT_ISVISIBLE, nullptr,
                           &exception);
   engine->SetScriptState(SCRIPTSTATE_CONNECTED);
-  tools->disconnectAll();
+  tools.sinks.clear();
   engine->Close();
-  if (script) script->Release();
-  parser->Release();
-  engine->Release();
-  tools->Release();
   return outcome;
 }
 

@@ -4,6 +4,7 @@
 //   Equal actual, expected, what     notes a difference
 //   Watch(object, prefix)            calls <prefix>_<Event> of the script at each event; returns a number
 //   Unwatch number                   ends that
+//   NewObject(name)                  creates as CreateObject does, which keeps a class factory under Wine
 //   Finished                         the last line: without it the script counts as broken off
 #pragma once
 
