@@ -15,12 +15,12 @@ namespace zelUtilities {
 
 void registerSystem(ClassRegistry& registry) {
   registry.add(zelRegistryInfo());
-  registry.add(zelMisc::describeClass());
-  registry.add(zelObjects::describeClass());
-  registry.add(zelConversions::describeClass());
   registry.add(zelStrings::describeClass());
-  registry.add(zelWinAPI::describeClass());
+  registry.add(zelConversions::describeClass());
+  registry.add(zelObjects::describeClass());
+  registry.add(zelMisc::describeClass());
   registry.add(zelTimeZone::describeClass());
+  registry.add(zelWinAPI::describeClass());
   registry.add(zelControls::describeClass());
   registry.add(zelHelp::describeClass());
   registry.add(zelApp::describeClass());
