@@ -4,6 +4,7 @@
 #include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "automation/ItemWalk.h"
+#include "platform/Objects.h"
 
 namespace zelUtilities {
 
@@ -76,7 +77,7 @@ class ControlTexts {
   }
 
   void translateItemsByType() {
-    const String type = typeName(Variant(&control_));
+    const String type = className(control_);
     const auto is = [&](StringView name) { return equalFolded(type, name); };
     if (is(u"TabStrip") || is(u"SSTab")) return translateItems(u"Tabs", u"Caption");
     if (is(u"Toolbar")) return translateItems(u"Buttons", u"Caption");
