@@ -35,11 +35,19 @@ bool hasChildNodes(const Ref<Object>& node) {
   return toBoolean(required(node).Invoke(u"hasChildNodes", InvokeKind::Method, {}));
 }
 
+void setIfSupported(const Ref<Object>& document, StringView name, bool setting) {
+  Variant value[] = {setting};
+  try {
+    required(document).Invoke(name, InvokeKind::Put, value);
+  } catch (const Error&) {  // a parser without the setting loads as it does
+  }
+}
+
+// Loads what the caller names and nothing that the text names.
 bool loads(const Ref<Object>& document, StringView source, bool isFileName) {
-  if (!isFileName) return toBoolean(call(document, u"loadXML", source));
-  Variant async[] = {false};
-  required(document).Invoke(u"async", InvokeKind::Put, async);
-  return toBoolean(call(document, u"load", source));
+  setIfSupported(document, u"async", false);
+  setIfSupported(document, u"resolveExternals", false);
+  return toBoolean(call(document, isFileName ? u"load" : u"loadXML", source));
 }
 
 // What a parser does not support counts as Empty.
@@ -107,7 +115,7 @@ Ref<Object> attributeOf(const Ref<Object>& node, StringView name) {
 Ref<Object> LoadXMLDocument(StringView sXMLSource, bool bIsFileName, bool bRaiseError) {
   String reason;
   try {
-    const Ref<Object> document = CreateNamedObject(u"MSXML.DOMDocument", u"Missing Component");
+    Ref<Object> document = CreateNamedObject(u"MSXML.DOMDocument", u"Missing Component");
     if (loads(document, sXMLSource, bIsFileName)) return document;
     reason = XMLParseErrorText(document);
   } catch (...) {
