@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <iterator>
 
 #include "automation/Conversions.h"
@@ -57,10 +58,10 @@ StringView entityOf(char16_t reserved) {
 // Whether numbers of the user's locale may hold the character: some part thousands by an apostrophe.
 bool occursInNumbers(char16_t reserved) {
   const Locale& locale = currentLocale();
-  for (const String* symbol : {&locale.decimalSeparator, &locale.thousandsSeparator, &locale.currencySymbol,
-                               &locale.positiveSign, &locale.negativeSign})
-    if (symbol->find(reserved) != String::npos) return true;
-  return false;
+  const auto symbols = {&locale.decimalSeparator, &locale.thousandsSeparator, &locale.currencySymbol,
+                        &locale.positiveSign, &locale.negativeSign};
+  return std::any_of(symbols.begin(), symbols.end(),
+                     [reserved](const String* symbol) { return symbol->find(reserved) != String::npos; });
 }
 
 }  // namespace
