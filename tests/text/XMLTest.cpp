@@ -91,18 +91,16 @@ TEST(XMLText, FixedLines) {
 }
 
 TEST(XMLText, FormattingPutsEachTagOnALine) {
-  const std::pair<StringView, std::string> cases[] = {
-      {u"<a><b>x</b><c/></a>", "<a>|    <b>|x</b>|    <c/>|</a>|"},
-      {u"  <a>  x y  </a>\r\n  <b />  ", "<a>|x y</a>|<b />|"},
-      {u"<?xml?><a/>", "<?xml?>|    <a/>|"},
-      {u"x<a>y<b>z", "x<a>|y    <b>|z"},
-      {u"</a></a/><b>", "</a>|</a/>|<b>|"},
-      {u"<a><b", "<a>|    <b"},
-      {u"> \r\n x \r\n\n<", ">x \n<"},
-      {u"plain", "plain"},
-      {u"", ""}};
-  for (const auto& [xml, lines] : cases)
-    EXPECT_EQ(toUtf8(replaceEach(zel_FormatXML(xml), u"\r\n", u"|")), lines) << toUtf8(xml);
+  const auto expect = [](StringView xml, StringView lines) {
+    EXPECT_EQ(toUtf8(replaceEach(zel_FormatXML(xml), u"\r\n", u"|")), toUtf8(lines)) << toUtf8(xml);
+  };
+  expect(u"<a><b>x</b><c/></a>", u"<a>|    <b>|x</b>|    <c/>|</a>|");
+  expect(u"  <a>  x y  </a>\r\n  <b />  ", u"<a>|x y</a>|<b />|");
+  expect(u"<?xml?><a/>", u"<?xml?>|    <a/>|");
+  expect(u"x<a>y<b>z", u"x<a>|y    <b>|z");
+  expect(u"</a></a/><b>", u"</a>|</a/>|<b>|");
+  expect(u"<a><b", u"<a>|    <b");
+  expect(u"> \r\n x \r\n\n<", u">x \n<");
 }
 
 TEST(XMLText, FormattingCountsThePositionsOfTagsIn16Bits) {

@@ -19,19 +19,17 @@ TEST(XmlDates, AreWrittenYearFirstInEveryLocale) {
   Locale finnish = germanLocale();
   finnish.timeSeparator = u".";
   const LocaleGuard guard(finnish);
-  const std::pair<Variant, StringView> cases[] = {
-      {Variant::date(at(2007, 3, 5, 50829)), u"2007-03-05 14:07:09"},
-      {Variant::date(at(2007, 3, 5)), u"2007-03-05"},
-      {Variant::date(at(100, 1, 1, 1)), u"0100-01-01 00:00:01"},
-      {Variant::date(at(9999, 12, 31, 86399)), u"9999-12-31 23:59:59"},
-      {u"2007-3-5 14:07", u"2007-03-05 14:07:00"},
-      {Variant::date(0.5), u""},
-      {Variant::date(at(1899, 5, 5)), u""},
-      {39146.0, u""},
-      {Variant::null(), u""},
-      {Variant(), u""},
-      {u"no date", u""}};
-  for (const auto& [value, text] : cases) EXPECT_EQ(toUtf8(zel_ToXMLDate(value)), toUtf8(text));
+  const auto expect = [](const Variant& value, StringView text) {
+    EXPECT_EQ(toUtf8(zel_ToXMLDate(value)), toUtf8(text));
+  };
+  expect(Variant::date(at(2007, 3, 5, 50829)), u"2007-03-05 14:07:09");
+  expect(Variant::date(at(2007, 3, 5)), u"2007-03-05");
+  expect(Variant::date(at(100, 1, 1, 1)), u"0100-01-01 00:00:01");
+  expect(Variant::date(at(9999, 12, 31, 86399)), u"9999-12-31 23:59:59");
+  expect(u"2007-3-5 14:07", u"2007-03-05 14:07:00");
+  for (const Variant& none : {Variant::date(0.5), Variant::date(at(1899, 5, 5)), Variant(39146.0),
+                              Variant::null(), Variant(), Variant(u"no date")})
+    expect(none, u"");
   for (const double beyond : {-657435.5, 2958466.0, 1e300})
     EXPECT_EQ(raisedError([&] { zel_ToXMLDate(Variant::date(beyond)); }), "6|mXML.ToXMLDate::|Overflow");
 }
@@ -59,33 +57,30 @@ TEST(XmlDates, TheLocalOffsetIsWrittenInWholeHours) {
 }
 
 TEST(XmlDates, ARangeIsItsStartAndItsEnd) {
-  const auto range = [](int type, double now, const Variant& start = 0, const Variant& end = 0) {
-    const std::string xml =
-        toUtf8(zel_DateRangeAsXML(1.5, {now}, static_cast<ZEL_XMLDateRanges>(type), start, end));
-    const std::string between = ".000000+02:00</StartTime>\r\n<EndTime>";
-    EXPECT_EQ(xml.substr(0, 11) + xml.substr(30, between.size()), "<StartTime>" + between);
-    EXPECT_EQ(xml.substr(30 + between.size() + 19), ".000000+02:00</EndTime>\r\n");
-    return xml.substr(11, 19) + " " + xml.substr(30 + between.size(), 19);
+  const auto expect = [](int type, double now, const std::string& start, const std::string& end) {
+    const Variant ends[] = {u"3/5/2007", at(2007, 3, 6, 60)};  // for a manual range
+    EXPECT_EQ(toUtf8(zel_DateRangeAsXML(1.5, {now}, static_cast<ZEL_XMLDateRanges>(type), ends[0], ends[1])),
+              "<StartTime>" + start + ".000000+02:00</StartTime>\r\n<EndTime>" + end +
+                  ".000000+02:00</EndTime>\r\n")
+        << type;
   };
   const double now = at(2008, 2, 29, 3600);
-  const std::string end = " 2008-02-29T01:00:00";
-  const std::string expected[] = {"2008-02-29T00:00:00 2008-02-29T23:59:59",
-                                  "2008-02-28T00:00:00 2008-02-28T23:59:59",
-                                  "2008-02-28T21:00:00" + end,
-                                  "2008-02-28T17:00:00" + end,
-                                  "2008-02-28T13:00:00" + end,
-                                  "2008-02-28T01:00:00" + end,
-                                  "2008-02-22T01:00:00" + end,
-                                  "2008-02-01T00:00:00" + end,
-                                  "2008-01-01T00:00:00 2008-01-31T23:59:59",
-                                  "2008-01-01T00:00:00" + end,
-                                  "2007-10-01T00:00:00 2007-12-31T23:59:59",
-                                  "2008-01-01T00:00:00" + end,
-                                  "2007-01-01T00:00:00 2007-12-31T23:59:59"};
-  for (int type = 1; type <= 13; ++type) EXPECT_EQ(range(type, now), expected[type - 1]) << type;
-  EXPECT_EQ(range(XML_DateRange_Last4Hours, at(1899, 12, 29, 3600)),
-            "1899-12-28T21:00:00 1899-12-29T01:00:00");
-  EXPECT_EQ(range(0, 0, u"3/5/2007", at(2007, 3, 6, 60)), "2007-03-05T00:00:00 2007-03-06T00:01:00");
+  const std::string moment = "2008-02-29T01:00:00";
+  expect(0, now, "2007-03-05T00:00:00", "2007-03-06T00:01:00");
+  expect(1, now, "2008-02-29T00:00:00", "2008-02-29T23:59:59");
+  expect(2, now, "2008-02-28T00:00:00", "2008-02-28T23:59:59");
+  expect(3, now, "2008-02-28T21:00:00", moment);
+  expect(4, now, "2008-02-28T17:00:00", moment);
+  expect(5, now, "2008-02-28T13:00:00", moment);
+  expect(6, now, "2008-02-28T01:00:00", moment);
+  expect(7, now, "2008-02-22T01:00:00", moment);
+  expect(8, now, "2008-02-01T00:00:00", moment);
+  expect(9, now, "2008-01-01T00:00:00", "2008-01-31T23:59:59");
+  expect(10, now, "2008-01-01T00:00:00", moment);
+  expect(11, now, "2007-10-01T00:00:00", "2007-12-31T23:59:59");
+  expect(12, now, "2008-01-01T00:00:00", moment);
+  expect(13, now, "2007-01-01T00:00:00", "2007-12-31T23:59:59");
+  expect(3, at(1899, 12, 29, 3600), "1899-12-28T21:00:00", "1899-12-29T01:00:00");
 }
 
 TEST(XmlDates, ARangeThatCannotBeIsRefusedAndTheZeroDateLeftOut) {
