@@ -294,5 +294,15 @@ TEST(XmlDocument, TextIsReadWhateverEncodingItDeclares) {
   EXPECT_EQ(document.text(u"text"), u"\u20AC\U0001F600");
 }
 
+TEST(XmlDocument, IsSavedAndLoadedByPath) {
+  documentOf(u"<a>\u00E9<b/></a>")(u"save", u"saved.xml");
+  const LateBound document = newDocument();
+  ASSERT_TRUE(document.isTrue(u"load", u"saved.xml"));
+  EXPECT_EQ(document.text(u"text"), u"\u00E9");
+  EXPECT_FALSE(document.isTrue(u"async"));
+  EXPECT_FALSE(document.isTrue(u"load", u"none.xml"));
+  EXPECT_NE(document.object(u"parseError").number(u"errorCode"), 0);
+}
+
 }  // namespace
 }  // namespace zelUtilities
