@@ -24,6 +24,10 @@ class Marked {
   bool& mark_;
 };
 
+[[noreturn]] void raiseTooLarge() {
+  throw Error(ErrorNumber::OutOfMemory, {}, u"The element is too large to be extracted.");
+}
+
 }  // namespace
 
 bool zelSAXExtractor::Parse(const Variant& vSource) {
@@ -55,6 +59,10 @@ Ref<Object> zelSAXExtractor::GetDOM() const {
 // here would give a text with holes, and a line in the log for each element that is still to come. So a text
 // that did not grow ends the parse.
 
+inline void zelSAXExtractor::requireGrown(std::int32_t lengthBefore) const {
+  if (capture_.length() == lengthBefore) raiseTooLarge();
+}
+
 void zelSAXExtractor::startElement(const XmlName& name, XmlAttributes& attributes) {
   handledAndRaised(u"zelSAXExtractor.IVBSAXContentHandler_startElement", [&] {
     if (name.qualifiedName == targetElement_) {
@@ -69,7 +77,8 @@ void zelSAXExtractor::writeStart(const XmlName& name, XmlAttributes& attributes)
   std::int32_t before = capture_.length();
   capture_.StartElement(name.qualifiedName);
   requireGrown(before);
-  for (std::size_t i = 0; i < attributes.count(); ++i) {
+  const std::size_t count = attributes.count();
+  for (std::size_t i = 0; i < count; ++i) {
     const auto [attribute, value] = attributes.at(i);
     if (value.empty()) continue;
     before = capture_.length();
@@ -92,11 +101,6 @@ void zelSAXExtractor::endElement(const XmlName& name) {
   isCapturing_ = false;
   targetText_ = capture_.text();
   onTargetExtracted.raise(logFailedListener);
-}
-
-void zelSAXExtractor::requireGrown(std::int32_t lengthBefore) const {
-  if (capture_.length() == lengthBefore)
-    throw Error(ErrorNumber::OutOfMemory, {}, u"The element is too large to be extracted.");
 }
 
 void zelSAXExtractor::fatalError(std::int32_t line, std::int32_t column, StringView message) {

@@ -35,7 +35,7 @@ struct Fault {
 // One parse. Entities are parsed in contexts of their own, which share it.
 class Reading {
  public:
-  explicit Reading(XmlHandler& handler);
+  explicit Reading(XmlHandler& to);
   ~Reading();
   Reading(const Reading&) = delete;
   Reading& operator=(const Reading&) = delete;

@@ -16,6 +16,11 @@ constexpr std::size_t lanes = 16;
 using Units = std::uint16_t __attribute__((vector_size(lanes * 2)));
 using Bytes = std::uint8_t __attribute__((vector_size(lanes)));
 
+// What comes out comes in short texts.
+constexpr std::size_t fewLanes = 8;
+using FewUnits = std::uint16_t __attribute__((vector_size(fewLanes * 2)));
+using FewBytes = std::uint8_t __attribute__((vector_size(fewLanes)));
+
 // Narrows ASCII units up to the first block that holds anything else; gives how many.
 std::size_t narrowAscii(const char16_t* from, std::size_t count, char* to) {
   std::size_t at = 0;
@@ -34,13 +39,13 @@ std::size_t narrowAscii(const char16_t* from, std::size_t count, char* to) {
 
 std::size_t widenAscii(const char* from, std::size_t count, char16_t* to) {
   std::size_t at = 0;
-  for (; at + lanes <= count; at += lanes) {
-    std::uint64_t words[2];
-    std::memcpy(words, from + at, sizeof words);
-    if (((words[0] | words[1]) & 0x8080808080808080) != 0) break;
-    Bytes bytes;
-    std::memcpy(&bytes, from + at, sizeof bytes);
-    const Units units = __builtin_convertvector(bytes, Units);
+  for (; at + fewLanes <= count; at += fewLanes) {
+    std::uint64_t word;
+    std::memcpy(&word, from + at, sizeof word);
+    if ((word & 0x8080808080808080) != 0) break;
+    FewBytes bytes;
+    std::memcpy(&bytes, &word, sizeof bytes);
+    const FewUnits units = __builtin_convertvector(bytes, FewUnits);
     std::memcpy(to + at, &units, sizeof units);
   }
   return at;
@@ -136,7 +141,7 @@ StringView XmlSaxDecoder::decode(std::string_view utf8) {
     const std::size_t plain = widenAscii(utf8.data() + at, utf8.size() - at, out);
     at += plain;
     out += plain;
-    const std::size_t end = std::min(at + lanes, utf8.size());
+    const std::size_t end = std::min(at + fewLanes, utf8.size());
     while (at < end) {
       const auto first = static_cast<unsigned char>(utf8[at]);
       if (first < 0x80) {
