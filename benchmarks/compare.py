@@ -123,7 +123,7 @@ def main():
             entries += json.load(file)["benchmarks"]
     wanted = arguments.filter
     if wanted == "." and arguments.sizes == "largest":
-        wanted = "/(1000000|5|50|1000|5000000|10000000)$"
+        wanted = "/(1000000|5|50|100|1000|5000000|10000000)$"
     for program in programs(arguments.programs):
         entries += run(program, arguments.repetitions, wanted)
     if arguments.save:

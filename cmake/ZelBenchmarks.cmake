@@ -33,6 +33,10 @@ find_package(Poco QUIET COMPONENTS Util Foundation)
 if(Poco_FOUND)
   zel_peer(poco Poco::Util Poco::Foundation)
 endif()
+find_package(EXPAT QUIET)
+if(EXPAT_FOUND)
+  zel_peer(expat EXPAT::EXPAT)
+endif()
 find_package(LibXml2 QUIET)
 if(LibXml2_FOUND)
   zel_peer(libxml2 LibXml2::LibXml2)
@@ -45,8 +49,8 @@ if(PkgConfig_FOUND)
 endif()
 
 # zel_add_benchmark(<name> SOURCES file... [DEPENDS folder...] [PEERS peer...])
-# The Google Benchmark program <name>; HAVE_PUGIXML, HAVE_BOOST, HAVE_QT5, HAVE_QT5GUI, HAVE_POCO, HAVE_LIBXML2
-# and HAVE_GLIB are defined for those of its PEERS that are installed.
+# The Google Benchmark program <name>; HAVE_PUGIXML, HAVE_BOOST, HAVE_QT5, HAVE_QT5GUI, HAVE_POCO, HAVE_EXPAT,
+# HAVE_LIBXML2 and HAVE_GLIB are defined for those of its PEERS that are installed.
 function(zel_add_benchmark name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS;PEERS")
   list(TRANSFORM arg_DEPENDS PREPEND zel_)

@@ -1,6 +1,6 @@
 // Xml: a document read as it streams by, in memory that does not grow with it.
 //
-//   struct Counter : XmlHandler {
+//   struct Counter final : XmlHandler {
 //     void startElement(const XmlName&, XmlAttributes&) override { ++elements; }
 //     int elements = 0;
 //   } counter;
