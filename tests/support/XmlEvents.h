@@ -3,6 +3,8 @@
 // "!" for an error. Names of a name space are {address}local|qualified.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "automation/Error.h"
@@ -12,6 +14,8 @@ namespace zelUtilities {
 
 class XmlEvents : public XmlHandler {
  public:
+  virtual ~XmlEvents() = default;
+
   static std::string of(const Variant& source) {
     XmlEvents events;
     try {
