@@ -1,17 +1,20 @@
 // OwnedVariant: a value of the system's that is cleared at the end.
+//
+// For sources that include the system's headers; this one does not, and so completes the type only there.
 #pragma once
 
-#include <windows.h>
-
-#include <oleauto.h>
+struct tagVARIANT;
 
 namespace zelUtilities {
 
-struct OwnedVariant : VARIANT {
-  OwnedVariant() { VariantInit(this); }
-  ~OwnedVariant() { VariantClear(this); }
-  OwnedVariant(const OwnedVariant&) = delete;
-  OwnedVariant& operator=(const OwnedVariant&) = delete;
+template <class SystemVariant>
+struct OwnedVariantOf : SystemVariant {
+  OwnedVariantOf() { VariantInit(this); }
+  ~OwnedVariantOf() { VariantClear(this); }
+  OwnedVariantOf(const OwnedVariantOf&) = delete;
+  OwnedVariantOf& operator=(const OwnedVariantOf&) = delete;
 };
+
+using OwnedVariant = OwnedVariantOf<tagVARIANT>;
 
 }  // namespace zelUtilities
