@@ -5,6 +5,7 @@
 #include "datalist/zelNodeList.h"
 #include "foundation/Handled.h"
 #include "foundation/mLog.h"
+#include "text/mXMLDocument.h"
 
 namespace zelUtilities {
 
@@ -151,7 +152,7 @@ String zelNodeListColumn::ExportXML(const String&) const { return {}; }
 bool zelNodeListColumn::ImportXML(const String& sXML) {
   bool imported = false;
   handled(u"zelNodeListColumn.ImportXML", [&] {
-    if (const Ref<Object> document = parsedDocument(sXML))
+    if (const Ref<Object> document = mXML::LoadXMLDocument(sXML, false, false))
       imported = ImportXMLNode(objectProperty(*document, u"documentElement"));
   });
   return imported;

@@ -5,6 +5,7 @@
 #include "datalist/zelNodeList.h"
 #include "foundation/Handled.h"
 #include "foundation/mLog.h"
+#include "text/mXMLDocument.h"
 
 namespace zelUtilities {
 
@@ -146,8 +147,8 @@ String zelNodeListColumns::ExportXML(const String& sMargin) const {
 bool zelNodeListColumns::ImportXML(const String& sXML) {
   bool imported = false;
   handled(u"zelNodeListColumns.ImportXML", [&] {
-    if (const Ref<Object> document = parsedDocument(sXML))
-      imported = ImportXMLNode(selectedNode(*document, u"//Columns"));
+    if (const Ref<Object> document = mXML::LoadXMLDocument(sXML, false, false))
+      imported = ImportXMLNode(mXML::SearchForChild(u"//Columns", document));
   });
   return imported;
 }
