@@ -45,6 +45,11 @@ class TestControl : public Object {
     return found == properties.end() ? "-" : toUtf8(toText(found->second));
   }
 
+  // "left top width height".
+  std::string place() const {
+    return text(u"Left") + " " + text(u"Top") + " " + text(u"Width") + " " + text(u"Height");
+  }
+
   Properties properties;
 
  private:

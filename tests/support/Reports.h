@@ -1,0 +1,36 @@
+// Reports: the failures that are logged while it lives, as "source|number " each.
+//
+//   Reports reports{"zelMisc."};        // is left out where a source begins with it
+//   zel_MaxValue(nullptr, 1.0);
+//   EXPECT_EQ(reports.taken(), "zel_MaxValue|91 ");
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "foundation/ErrorWatch.h"
+
+namespace zelUtilities {
+
+class Reports {
+ public:
+  enum Detail { Numbers, MoreInfo };
+
+  // With MoreInfo it is "source|number|more information ".
+  explicit Reports(std::string prefix, Detail detail = Numbers)
+      : watch_([this, prefix = std::move(prefix), detail](const ErrorReport& report) {
+          const std::string source = toUtf8(report.source);
+          text_ += source.substr(source.starts_with(prefix) ? prefix.size() : 0) + "|" +
+                   std::to_string(report.number) + (detail == MoreInfo ? "|" + toUtf8(report.moreInfo) : "") +
+                   " ";
+        }) {}
+
+  // Those since the last call.
+  std::string taken() { return std::exchange(text_, {}); }
+
+ private:
+  std::string text_;
+  ErrorWatch watch_;
+};
+
+}  // namespace zelUtilities
