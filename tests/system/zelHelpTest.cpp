@@ -8,45 +8,21 @@
 namespace zelUtilities {
 namespace {
 
-class ZelHelp : public testing::Test {
- protected:
-  ~ZelHelp() override {
-    for (const String& file : {html, upper, older}) files().remove(file);
-  }
-  static String there(const String& name) {
-    files().replaceWhole(name, "");
-    return files().fullPath(name);
-  }
-
-  const String html = there(u"manual.chm");
-  const String upper = there(u"other.CHM");
-  const String older = there(u"chm.hlp");
+TEST(ZelHelp, TheExtensionAsWrittenChoosesTheViewer) {
+  for (const StringView name : {u"manual.chm", u"other.CHM", u"chm.hlp"}) files().replaceWhole(name, "");
   RecordingDesktop desktop;
-};
-
-TEST_F(ZelHelp, CompiledHelpIsOpenedAtTheContextOrElseAtItsDefaultTopic) {
-  EXPECT_EQ(ShowHTMLHelp(html, 5), 115);
-  EXPECT_EQ(ShowHTMLHelp(html, RecordingDesktop::unknownContext), 100);
-  EXPECT_EQ(ShowHTMLHelp(html, 0), 100);
-  EXPECT_EQ(ShowHTLMHelp(html, -3), 102);
-  EXPECT_EQ(desktop.calls, "html 15 5\nhtml 15 99\nhtml 0 0\nhtml 0 0\nhtml 2 0\n");
-}
-
-TEST_F(ZelHelp, TheExtensionAsWrittenChoosesTheViewer) {
-  EXPECT_EQ(zel_HelpFromContext(html, 5), 115);
-  EXPECT_EQ(zel_HelpFromContext(upper, 5), -1);
-  EXPECT_EQ(zel_HelpFromContext(older, 6), -1);
-  EXPECT_EQ(desktop.calls, "html 15 5\nwindow 1 5\nwindow 1 6\n");
-}
-
-TEST_F(ZelHelp, MissingFilesOpenNothingAndAFailingViewerIsSkipped) {
-  for (const StringView missing : {u"missing.chm", u"missing.hlp", u"", u"a*.chm"}) {
-    EXPECT_EQ(zel_HelpFromContext(String(missing), 1), 0);
-    EXPECT_EQ(ShowHTMLHelp(String(missing), 1), 0);
-    EXPECT_FALSE(ShowWinHelp(String(missing), 1));
-  }
-  EXPECT_EQ(desktop.calls, "");
-  EXPECT_TRUE(ShowWinHelp(older, RecordingDesktop::unknownContext));
+  const std::int32_t unknown = RecordingDesktop::unknownContext;
+  EXPECT_EQ(ShowHTMLHelp(u"manual.chm", unknown), 100);  // the default topic
+  EXPECT_EQ(ShowHTMLHelp(u"manual.chm", 0), 100);
+  EXPECT_EQ(ShowHTLMHelp(u"manual.chm", -3), 102);
+  EXPECT_EQ(zel_HelpFromContext(u"manual.chm", 5), 115);
+  EXPECT_EQ(zel_HelpFromContext(u"other.CHM", 5), -1);
+  EXPECT_EQ(zel_HelpFromContext(u"chm.hlp", unknown), -1);  // a failing viewer is skipped
+  for (const String missing : {u"missing.chm", u"missing.hlp", u"", u"a*.chm"})
+    EXPECT_TRUE(zel_HelpFromContext(missing, 1) == 0 && ShowHTMLHelp(missing, 1) == 0 &&
+                !ShowWinHelp(missing, 1));
+  EXPECT_EQ(desktop.calls, "html 15 99\nhtml 0 0\nhtml 0 0\nhtml 2 0\nhtml 15 5\nwindow 1 5\nwindow 1 99\n");
+  for (const StringView name : {u"manual.chm", u"other.CHM", u"chm.hlp"}) files().remove(name);
 }
 
 }  // namespace
