@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "foundation/ErrorWatch.h"
 #include "platform/Files.h"
+#include "support/Reports.h"
 #include "system/zelMisc.h"
 
 namespace zelUtilities {
@@ -9,8 +9,7 @@ namespace {
 
 TEST(ShellAndWaitLinux, ProgramsGetTheirArgumentsAsTheLineQuotesThem) {
   const std::pair<StringView, const char*> cases[] = {
-      {u"a \t \"b c\" d", "<a><b c><d>"},
-      {u"\"\" x\"y z\"x", "<><xy zx>"},
+      {u"\"\" x\"y z\"x \t a", "<><xy zx><a>"},
       {u"a\\\\b \\\"c d\\\\\\\"e", "<a\\\\b><\"c><d\\\"e>"},  // backslashes count before marks alone
       {u"\"a\\\\\" \"b\"\"c\" d\"\"\"", "<a\\><b\"c><d\">"},
       {u"$HOME * `id` ;x >y", "<$HOME><*><`id`><;x><>y>"},  // no shell reads them
@@ -23,22 +22,25 @@ TEST(ShellAndWaitLinux, ProgramsGetTheirArgumentsAsTheLineQuotesThem) {
 
 TEST(ShellAndWaitLinux, NamesMayHoldBlanksQuotedOrNotAndBeWindowsPaths) {
   files().createFolder(u"My Programs");
-  EXPECT_TRUE(zel_ShellAndWait(u"cp /bin/sh \"My Programs/my sh\""));
-  EXPECT_TRUE(zel_ShellAndWait(u"\"My Programs/my sh\" -c \"echo 1 >>count; exit 3\""));
-  EXPECT_TRUE(zel_ShellAndWait(u"My Programs\\MY SH -c \"echo 2 >>count; kill -9 $$\""));
-  EXPECT_TRUE(zel_ShellAndWait(u"Z:\\bin\\sh -c \"sleep 0.1; echo 3 >>count\""));
+  for (const StringView line :
+       {u"cp /bin/sh \"My Programs/my sh\"", u"\"My Programs/my sh\" -c \"echo 1 >>count; exit 3\"",
+        u"My Programs\\MY SH -c \"echo 2 >>count; kill -9 $$\"",
+        u"Z:\\bin\\sh -c \"sleep 0.1; echo 3 >>count\""})
+    EXPECT_TRUE(zel_ShellAndWait(line));
   EXPECT_EQ(files().readWhole(u"count"), "1\n2\n3\n");
 }
 
 TEST(ShellAndWaitLinux, WhatIsNoProgramDoesNotStart) {
-  std::vector<std::int32_t> numbers;
-  const ErrorWatch watch([&](const ErrorReport& report) { numbers.push_back(report.number); });
+  Reports reports{"zelMisc."};
   files().replaceWhole(u"text", "echo 1");
-  for (const StringView line :
-       {u"no-such-program -x", u"\"sh -c true\"", u"/", u"./text", u"\\\\host\\sh", u"*"})
+  const String overlong = u"none" + String(100000, u' ') + u"x";
+  const std::pair<StringView, const char*> lines[] = {
+      {u"no-such-program -x", "53"}, {u"\"sh -c true\"", "53"}, {u"/", "75"}, {u"./text", "75"},
+      {u"\\\\host\\sh", "53"},       {overlong, "53"}};
+  for (const auto& [line, number] : lines) {
     EXPECT_FALSE(zel_ShellAndWait(line)) << toUtf8(line);
-  EXPECT_FALSE(zel_ShellAndWait(u"none" + String(100000, u' ') + u"x"));
-  EXPECT_EQ(numbers, (std::vector{53, 53, 75, 75, 53, 53, 53}));
+    EXPECT_EQ(reports.taken(), std::string("zel_ShellAndWait|") + number + " ");
+  }
 }
 
 }  // namespace
