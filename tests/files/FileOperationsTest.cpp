@@ -1,7 +1,6 @@
 #include "files/FilesFixture.h"
 #include "files/zelFiles.h"
 #include "support/FailingFiles.h"
-#include "support/RaisedError.h"
 
 namespace zelUtilities {
 namespace {
@@ -10,202 +9,153 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 
-constexpr std::uint32_t readOnly = FileAttribute::ReadOnly;
-constexpr std::uint32_t everything = FileAttribute::Hidden | FileAttribute::System | FileAttribute::Folder;
-constexpr auto noOverwrite = ZEL_CopyFlags_NoOverwrite, noMakePath = ZEL_CopyFlags_NoMakePath,
-               recurse = ZEL_CopyFlags_Recurse;
+constexpr int noOverwrite = ZEL_CopyFlags_NoOverwrite, noMakePath = ZEL_CopyFlags_NoMakePath,
+              recurse = ZEL_CopyFlags_Recurse, markReadOnly = 1;
+
+Variant copy(const String& from, const String& to, int flags) {
+  return std::int32_t{zel_FileCopy(from, to, static_cast<ZEL_Utilities_CopyFlags>(flags))};
+}
+Variant copyAll(const String& from, const String& to, int flags) {
+  return std::int32_t{zel_FilesCopy(from, to, static_cast<ZEL_Utilities_CopyFlags>(flags))};
+}
+Variant rename(const String& from, const String& to, int flags) {
+  return zel_FileRename(from, to, flags == markReadOnly);
+}
+Variant remove(const String& name, const String&, int) { return zel_FileDelete(name); }
+Variant makePath(const String& name, const String&, int) { return zel_MakeFullDir(name); }
+
+struct Row {
+  std::string before;  // the files, as FileTree.h writes them
+  Variant (*operation)(const String&, const String&, int);
+  std::string from, to;  // "@" stands for the folder's path
+  int flags;
+  std::string result, after = "as before";
+  // The call of the file system that fails, its error, and how many calls are let through.
+  std::string call = {};
+  std::int32_t number = 0;
+  int letThrough = 0;
+};
 
 class FileOperations : public FilesFixture {
  protected:
-  // All that is below a folder, as "a.txt Sub\\ Sub\\b.txt".
-  std::string tree(const String& below, const String& prefix = {}) const {
-    std::string found;
-    for (const FileEntry& entry : files().findAll(below + u"\\*", everything)) {
-      const String name = prefix + entry.name + (entry.isFolder ? u"\\" : u"");
-      found += (found.empty() ? "" : " ") + toUtf8(name);
-      if (!entry.isFolder) continue;
-      const std::string inside = tree(below + u"\\" + entry.name, name);
-      found += (inside.empty() ? "" : " ") + inside;
-    }
-    return found;
+  String at(const std::string& name) const {
+    return name.starts_with('@') ? path(fromUtf8(name.substr(1))) : fromUtf8(name);
   }
-  std::uint32_t attributes(StringView name) const {
-    return static_cast<std::uint32_t>(zel_GetFileAttr(path(name)));
+  void expectRows(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+      SCOPED_TRACE(row.before + ": " + row.from + " to " + row.to);
+      given(row.before);
+      {
+        FailingFiles failing(row.call, row.number, row.letThrough);
+        const Replaced<Files> replaced(failing);
+        EXPECT_EQ(outcome([&] { return row.operation(at(row.from), at(row.to), row.flags); }), row.result);
+      }
+      EXPECT_EQ(treeIn(folder), row.after == "as before" ? row.before : row.after);
+    }
+    EXPECT_THAT(logged, IsEmpty());
   }
 };
 
 TEST_F(FileOperations, ACopyGoesWhereItsDestinationSays) {
-  const String a = put(u"a.txt", "new");
-  putFolder(u"Sub");
-  EXPECT_EQ(zel_FileCopy(a, u"b.txt"), 0) << "a bare name lies beside the source";
-  EXPECT_EQ(zel_FileCopy(a, path(u"SUB")), 0);
-  EXPECT_EQ(zel_FileCopy(a, path(u"Sub\\c.txt"), noMakePath), 0);
-  EXPECT_EQ(tree(folder), "a.txt b.txt Sub\\ Sub\\a.txt Sub\\c.txt");
-  EXPECT_EQ(zel_FileCopy(path(u"no"), u""), ZEL_CopyErrors_NoSourceFile);
-  EXPECT_EQ(zel_FileCopy(folder, path(u"d")), ZEL_CopyErrors_NoSourceFile);
-  EXPECT_EQ(zel_FileCopy(a, path(u"no\\a.txt"), noMakePath), ZEL_CopyErrors_NoPath);
-  EXPECT_EQ(zel_FileCopy(a, path(u"no\\a.txt")), 76);
-  EXPECT_EQ(zel_FileCopy(a, path(u"b.txt"), noOverwrite), ZEL_CopyErrors_Overwrite);
-  EXPECT_EQ(zel_FileCopy(a, path(u"*.txt")), 52);
-  EXPECT_EQ(zel_FileCopy(a, a), 70);
-  EXPECT_NE(zel_FileCopy(a, path(String(300, u'n'))), 0);
-  EXPECT_EQ(tree(folder), "a.txt b.txt Sub\\ Sub\\a.txt Sub\\c.txt");
-  EXPECT_THAT(logged, IsEmpty());
-  EXPECT_NE(zel_FileCopy(a, path(String(40000, u'n') + u"\\b")), 0);
-}
-
-TEST_F(FileOperations, ACopyReplacesAReadOnlyFileOrLeavesItAsItWas) {
-  const String a = put(u"a.txt", "new");
-  EXPECT_EQ(zel_FileCopy(a, put(u"b.txt", "old", readOnly)), 0);
-  EXPECT_EQ(bytesIn(u"b.txt"), "new");
-  EXPECT_EQ(attributes(u"b.txt") & readOnly, 0U);
-  const String c = put(u"c.txt", "old", readOnly);
-  {
-    FailingFiles full("copy", ErrorNumber::DiskFull);
-    const Replaced<Files> replaced(full);
-    EXPECT_EQ(zel_FileCopy(a, c), 61);
-  }
-  EXPECT_EQ(bytesIn(u"c.txt"), "old");
-  EXPECT_EQ(attributes(u"c.txt") & readOnly, readOnly);
-  EXPECT_EQ(zel_FileCopy(c, path(u"d.txt")), 0);
-  EXPECT_EQ(attributes(u"d.txt") & readOnly, readOnly);
+  expectRows({{"a=n", copy, "@a", "b", 0, "0", "a=n b=n"},  // a bare name lies beside the source
+              {"a=n Sub\\", copy, "@a", "@SUB", 0, "0", "a=n Sub\\ Sub\\a=n"},
+              {"a=n Sub\\", copy, "@a", "@Sub\\c", noMakePath, "0", "a=n Sub\\ Sub\\c=n"},
+              {"a=n b=o:r", copy, "@a", "@b", 0, "0", "a=n b=n"},
+              {"a=n:r", copy, "@a", "@b", 0, "0", "a=n:r b=n:r"},
+              {"a=n b=o:r", copy, "@a", "@b", 0, "61", "as before", "copy", ErrorNumber::DiskFull},
+              {"", copy, "@no", "", 0, "1"},
+              {"d\\", copy, "@d", "@e", 0, "1"},
+              {"a", copy, "@a", "@no\\a", noMakePath, "2"},
+              {"a", copy, "@a", "@no\\a", 0, "76"},
+              {"a=n b=o", copy, "@a", "@b", noOverwrite, "3"},
+              {"a", copy, "@a", "@*", 0, "52"},
+              {"a", copy, "@a", "@a", 0, "70"}});
+  EXPECT_NE(zel_FileCopy(put(u"a"), path(String(300, u'n'))), 0);
+  EXPECT_NE(zel_FileCopy(path(u"a"), path(String(40000, u'n') + u"\\b")), 0);
 }
 
 TEST_F(FileOperations, FilesAreCopiedByPatternAndFoldersWithAllBelow) {
-  putFolder(u"src");
-  putFolder(u"src\\Sub");
-  for (const StringView name : {u"src\\a.txt", u"src\\b.log", u"src\\Sub\\c.txt"}) put(name, "new");
-  put(u"src\\hidden.txt", "x", FileAttribute::Hidden);
-  EXPECT_EQ(zel_FilesCopy(path(u"src\\*.txt"), path(u"o1\\deep"), noMakePath), 0);
-  EXPECT_EQ(tree(path(u"o1")), "deep\\ deep\\a.txt");
-  EXPECT_EQ(zel_FilesCopy(path(u"src\\"), path(u"o2")), 0);
-  EXPECT_EQ(tree(path(u"o2")), "src\\ src\\a.txt src\\b.log");
-  put(u"o2\\src\\A.TXT", "old");
-  EXPECT_EQ(zel_FilesCopy(path(u"src"), path(u"o2"), static_cast<ZEL_Utilities_CopyFlags>(5)), 0);
-  EXPECT_EQ(tree(path(u"o2")), "src\\ src\\a.txt src\\b.log src\\Sub\\ src\\Sub\\c.txt");
-  EXPECT_EQ(bytesIn(u"o2\\src\\a.txt"), "old") << "nothing is overwritten";
-  EXPECT_EQ(zel_FilesCopy(path(u"src\\*"), path(u"o2\\src"), recurse), 0);
-  EXPECT_EQ(bytesIn(u"o2\\src\\a.txt"), "new");
-  EXPECT_EQ(zel_FilesCopy(path(u"src"), put(u"file")), ZEL_CopyErrors_SingleFileDestination);
-  EXPECT_EQ(zel_FilesCopy(path(u"src"), path(u"file\\below")), ZEL_CopyErrors_NoPath);
-  EXPECT_EQ(zel_FilesCopy(path(u"no\\*"), path(u"o3")), 0);
-}
-
-TEST_F(FileOperations, AFolderIsCopiedIntoItselfOnce) {
-  putFolder(u"src");
-  putFolder(u"src\\Sub");
-  put(u"src\\a.txt");
-  EXPECT_EQ(zel_FilesCopy(path(u"src"), path(u"src\\Sub"), recurse), 0);
-  EXPECT_EQ(tree(path(u"src")), "a.txt Sub\\ Sub\\src\\ Sub\\src\\a.txt Sub\\src\\Sub\\");
-  EXPECT_EQ(zel_FilesCopy(path(u"src\\*.txt"), path(u"src"), recurse), 0);
-  EXPECT_EQ(bytesIn(u"src\\a.txt"), "x");
-}
-
-TEST_F(FileOperations, AFileThatCannotBeCopiedDoesNotKeepOthersFromIt) {
-  putFolder(u"src");
-  put(u"src\\a.txt");
-  put(u"src\\b.txt");
-  FailingFiles failing("copy", ErrorNumber::DiskFull, 1);
-  {
-    const Replaced<Files> replaced(failing);
-    EXPECT_EQ(zel_FilesCopy(path(u"src"), path(u"out")), 0);
-  }
-  EXPECT_EQ(tree(path(u"out")), "src\\ src\\a.txt");
+  const std::string src = "src\\ src\\a.t=n src\\b.l src\\h.t:h src\\Sub\\ src\\Sub\\c.t";
+  const std::string old = "o\\ o\\src\\ o\\src\\A.T=old ", below = " o\\src\\Sub\\ o\\src\\Sub\\c.t ";
+  expectRows(
+      {{src, copyAll, "@src\\*.t", "@o\\deep", noMakePath, "0", "o\\ o\\deep\\ o\\deep\\a.t=n " + src},
+       {src, copyAll, "@src\\", "@o", 0, "0", "o\\ o\\src\\ o\\src\\a.t=n o\\src\\b.l " + src},
+       {old + src, copyAll, "@src", "@o", noOverwrite | recurse, "0", old + "o\\src\\b.l" + below + src},
+       {old + src, copyAll, "@src\\*", "@o\\src", recurse, "0",
+        "o\\ o\\src\\ o\\src\\A.T=n o\\src\\b.l" + below + src},
+       {src + " z", copyAll, "@src", "@z", 0, "4"},
+       {"", copyAll, "@no\\*", "@o", 0, "0", "o\\"},
+       {"s\\ s\\a s\\Sub\\", copyAll, "@s", "@s\\Sub", recurse, "0",
+        "s\\ s\\a s\\Sub\\ s\\Sub\\s\\ s\\Sub\\s\\a s\\Sub\\s\\Sub\\"},  // into itself once
+       {"s\\ s\\a.t", copyAll, "@s\\*.t", "@s", recurse, "0"},
+       {"s\\ s\\a s\\b", copyAll, "@s", "@z", 0, "0", "s\\ s\\a s\\b z\\ z\\s\\ z\\s\\a", "copy",
+        ErrorNumber::DiskFull, 1}});
+  EXPECT_EQ(zel_FilesCopy(path(u"s"), put(u"file") + u"\\below"), ZEL_CopyErrors_NoPath);
   FailingFiles unlisted("findAll", ErrorNumber::PathFileAccess);
   const Replaced<Files> replaced(unlisted);
-  EXPECT_EQ(zel_FilesCopy(path(u"src"), path(u"out")), 0);
+  EXPECT_EQ(zel_FilesCopy(path(u"s"), path(u"out")), 0);
   EXPECT_THAT(logged, ElementsAre("zelFiles.zel_FilesCopy"));
 }
 
 TEST_F(FileOperations, DeletingTakesWhatTheNameFinds) {
-  for (const StringView name : {u"a.log", u"b.log", u"c.txt"}) put(name);
-  put(u"r.log", "x", readOnly);
-  put(u"h.log", "x", FileAttribute::Hidden);
-  putFolder(u"d.log");
-  EXPECT_TRUE(zel_FileDelete(path(u"*.log")));
-  EXPECT_EQ(tree(folder), "c.txt d.log\\ h.log");
-  for (const String& none : {path(u"*.log"), path(u"h.log"), path(u"no\\a"), String()})
-    EXPECT_FALSE(zel_FileDelete(none));
-  put(u"d.log\\x.txt", "x", readOnly);
-  putFolder(u"d.log\\empty");
-  EXPECT_FALSE(zel_FileDelete(path(u"D.LOG\\"))) << "the required answer for a folder";
-  EXPECT_EQ(tree(folder), "c.txt h.log");
-  FailingFiles failing("remove", ErrorNumber::PermissionDenied);
-  const Replaced<Files> replaced(failing);
-  EXPECT_EQ(raisedError([&] { zel_FileDelete(path(u"c.txt")); }), "70|mFiles.FileDelete::|Permission denied");
-  EXPECT_THAT(logged, IsEmpty());
+  expectRows({{"a.l b.l c d.l\\ h.l:h r.l:r", remove, "@*.l", "", 0, "True", "c d.l\\ h.l:h"},
+              {"c d.l\\ h.l:h", remove, "@*.l", "", 0, "False"},
+              {"h:h", remove, "@h", "", 0, "False"},
+              {"", remove, "@no\\a", "", 0, "False"},
+              {"", remove, "", "", 0, "False"},
+              // The required answer for a folder, which is gone.
+              {"c d\\ d\\empty\\ d\\x:r", remove, "@D\\", "", 0, "False", "c"},
+              {"c", remove, "@c", "", 0, "70|mFiles.FileDelete::|Permission denied", "as before", "remove",
+               ErrorNumber::PermissionDenied}});
 }
 
-TEST_F(FileOperations, RenamingReplacesAndMarks) {
-  const String b = put(u"b.txt", "old", readOnly);
-  EXPECT_TRUE(zel_FileRename(put(u"a.txt", "new", readOnly), b));
-  EXPECT_EQ(bytesIn(u"b.txt"), "new");
-  EXPECT_EQ(attributes(u"b.txt"), readOnly | FileAttribute::Archive);
-  EXPECT_TRUE(zel_FileRename(b, path(u"B.TXT"))) << "the same file, which is not deleted";
-  files().setAttributes(b, FileAttribute::Normal);
-  EXPECT_TRUE(zel_FileRename(b, path(u"c.txt"), true));
-  EXPECT_EQ(attributes(u"c.txt"), readOnly | FileAttribute::Archive);
-  EXPECT_FALSE(zel_FileRename(path(u"no"), path(u"c.txt")));
-  putFolder(u"d");
-  put(u"d\\x");
-  putFolder(u"e");
-  EXPECT_TRUE(zel_FileRename(path(u"e"), path(u"d"))) << "a folder is replaced too";
-  EXPECT_EQ(tree(folder), "c.txt d\\");
-}
-
-TEST_F(FileOperations, ARenameThatCannotBeDoneDestroysNothing) {
-  const String a = put(u"a.txt", "x", readOnly);
-  putFolder(u"d");
-  put(u"d\\x");
-  const auto error = [&](StringView from, StringView to) {
-    return raisedError([&] { zel_FileRename(path(from), path(to)); });
-  };
-  EXPECT_EQ(error(u"a.txt", u"*"), "52|mFiles.FileRename::|Bad file name or number");
-  EXPECT_EQ(error(u"d\\x", u"d"), "75|mFiles.FileRename::|Path/File access error");
-  EXPECT_EQ(error(u"d", u"D\\x"), "75|mFiles.FileRename::|Path/File access error");
-  EXPECT_EQ(error(u"a.txt", u"no\\b"), "76|mFiles.FileRename::|Path not found");
-  put(u"h", "x", FileAttribute::Hidden);
-  EXPECT_EQ(error(u"a.txt", u"h"), "58|mFiles.FileRename::|File already exists");
-  EXPECT_EQ(tree(folder), "a.txt d\\ d\\x h");
-  EXPECT_EQ(attributes(u"a.txt") & readOnly, readOnly);
-  EXPECT_THAT(logged, IsEmpty());
+TEST_F(FileOperations, RenamingReplacesAndMarksOrDestroysNothing) {
+  const std::string denied = "75|mFiles.FileRename::|Path/File access error";
+  expectRows({{"a=n:r b=o:r", rename, "@a", "@b", 0, "True", "b=n:r"},
+              {"b:r", rename, "@b", "@B", 0, "True", "B:r"},  // the same file, which is not deleted
+              {"b", rename, "@b", "@c", markReadOnly, "True", "c:r"},
+              {"", rename, "@no", "@c", 0, "False"},
+              {"d\\ d\\x e\\", rename, "@e", "@d", 0, "True", "d\\"},
+              {"a:r", rename, "@a", "@*", 0, "52|mFiles.FileRename::|Bad file name or number"},
+              {"d\\ d\\x", rename, "@d\\x", "@d", 0, denied},
+              {"d\\ d\\x", rename, "@d", "@D\\x", 0, denied},
+              {"a:r", rename, "@a", "@no\\b", 0, "76|mFiles.FileRename::|Path not found"},
+              {"a:r h:h", rename, "@a", "@h", 0, "58|mFiles.FileRename::|File already exists"}});
+  for (const char* file : {"a", "a:r"}) {
+    given(file);
+    zel_FileRename(path(u"a"), path(u"b"), file[1] == 0);
+    EXPECT_EQ(zel_GetFileAttr(path(u"b")), 1 + 32) << "read-only, and to be archived";
+  }
 }
 
 TEST_F(FileOperations, AFullFolderIsMadeFromAnAbsolutePath) {
-  EXPECT_TRUE(zel_MakeFullDir(path(u"a\\\\b\\")) && zel_MakeFullDir(path(u"a")));
-  EXPECT_EQ(tree(folder), "a\\ a\\b\\");
-  EXPECT_FALSE(zel_MakeFullDir(u""));
-  EXPECT_EQ(boxes, "");
-  EXPECT_FALSE(zel_MakeFullDir(u"data\\x"));
-  EXPECT_EQ(boxes,
-            "[48|Path Error|The requested path is not an absolute reference:     \r\nPath:\tdata\\x      ]");
-  boxes.clear();
-  FailingFiles failing("createFolder", ErrorNumber::DiskFull);
-  const Replaced<Files> replaced(failing);
-  EXPECT_FALSE(zel_MakeFullDir(path(u"c\\d")));
-  EXPECT_EQ(boxes,
-            "[48|Path Error|The requested path could not be created:  \r\nPath:\tc\\d      \r\n"
-            "Error:\tDisk full    ]");
-  EXPECT_THAT(logged, IsEmpty());
+  expectRows({{"", makePath, "@a\\\\b\\", "", 0, "True", "a\\ a\\b\\"},
+              {"a\\", makePath, "@a", "", 0, "True"},
+              {"", makePath, "", "", 0, "False"},
+              {"", makePath, "data\\x", "", 0,
+               "False[48|Path Error|The requested path is not an absolute reference:     \r\n"
+               "Path:\tdata\\x      ]"},
+              {"", makePath, "@c\\d", "", 0,
+               "False[48|Path Error|The requested path could not be created:  \r\nPath:\tc\\d      \r\n"
+               "Error:\tDisk full    ]",
+               "as before", "createFolder", ErrorNumber::DiskFull}});
 }
 
 TEST_F(FileOperations, TemporaryNamesAreFreeOnes) {
-  EXPECT_TRUE(zel_IsFolder(zel_GetTempDir()));
   const String name = zel_GetTempFile(u"zelora");
-  EXPECT_TRUE(name.starts_with(zel_GetTempDir() + u"\\zel")) << toUtf8(name);
-  EXPECT_FALSE(zel_IsFile(name));
-  EXPECT_THAT(toUtf8(zel_GetFileName(zel_GetTempFileEx(u"z", u"dat"))), MatchesRegex("z\\w+\\.dat"));
-  EXPECT_THAT(toUtf8(zel_GetFileName(zel_GetTempFileEx(u"z", u".dat"))), MatchesRegex("z\\w+\\.dat"));
-  EXPECT_THAT(toUtf8(zel_GetFileName(zel_GetTempFileEx(u"zzz", u"tar.gz"))), MatchesRegex("zzz\\w+tar\\.gz"));
+  EXPECT_TRUE(name.starts_with(zel_GetTempDir() + u"\\zel") && !zel_IsFile(name)) << toUtf8(name);
+  for (const auto& [extension, end] : {std::pair(u"dat", "\\.dat"), {u".dat", "\\.dat"}, {u"a.gz", "a\\.gz"}})
+    EXPECT_THAT(toUtf8(zel_GetFileName(zel_GetTempFileEx(u"zz", extension))),
+                MatchesRegex("zz\\w+" + std::string(end)));
   EXPECT_EQ(raisedError([] { zel_GetTempFileEx(u"z", String(999, u'x') + u"."); }).substr(0, 2), "5|");
   EXPECT_EQ(zel_GetTempFile(u"..\\"), u"");
-  FailingFiles failing("temporaryFolder", ErrorNumber::PathNotFound), full("createTemporary", 61);
-  {
-    const Replaced<Files> replaced(full);
-    EXPECT_EQ(zel_GetTempFile(u"z") + zel_GetTempFileEx(u"z", u"dat"), u"");
+  for (const auto& [call, result] :
+       {std::pair("createTemporary", ""), {"temporaryFolder", "76||Path not found"}}) {
+    FailingFiles failing(call, ErrorNumber::PathNotFound);
+    const Replaced<Files> replaced(failing);
+    EXPECT_EQ(outcome([] { return zel_GetTempFile(u"z"); }), result);
+    EXPECT_EQ(outcome([] { return zel_GetTempFileEx(u"z", u"dat"); }), result);
   }
-  const Replaced<Files> replaced(failing);
-  EXPECT_EQ(raisedError([] { zel_GetTempFile(u"z"); }), "76||Path not found");
 }
 
 // Attributes that the system may add.

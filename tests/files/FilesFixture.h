@@ -3,14 +3,18 @@
 
 #include <gmock/gmock.h>
 
-#include "automation/Error.h"
+#include <functional>
+
+#include "automation/ArrayData.h"
+#include "automation/Conversions.h"
 #include "foundation/ErrorWatch.h"
 #include "platform/Dialogs.h"
-#include "platform/Files.h"
+#include "support/FileTree.h"
+#include "support/RaisedError.h"
 
 namespace zelUtilities {
 
-class FilesFixture : public ::testing::Test, private Dialogs {
+class FilesFixture : public ::testing::Test, protected Dialogs {
  protected:
   FilesFixture() {
     do {
@@ -21,17 +25,28 @@ class FilesFixture : public ::testing::Test, private Dialogs {
   ~FilesFixture() override { files().removeFolder(folder, true); }
 
   String path(StringView name) const { return folder + u"\\" + String(name); }
-  String put(StringView name, std::string_view bytes = "x",
-             std::uint32_t attributes = FileAttribute::Normal) {
-    files().replaceWhole(path(name), bytes);
-    if (attributes != FileAttribute::Normal) files().setAttributes(path(name), attributes);
-    return path(name);
+  void given(const std::string& tree) {
+    files().removeFolder(folder, true);
+    files().createFolder(folder);
+    makeTree(folder, tree);
   }
-  String putFolder(StringView name) {
-    files().createFolder(path(name));
+  String put(StringView name, std::string_view bytes = "x") {
+    files().replaceWhole(path(name), bytes);
     return path(name);
   }
   std::string bytesIn(StringView name) const { return files().readWhole(path(name)); }
+
+  // What an operation gives (of an array the type), or "number|source|description" of what it raises, and
+  // behind it the boxes shown.
+  std::string outcome(const std::function<Variant()>& operation) {
+    boxes.clear();
+    std::string result;
+    const std::string raised = raisedError([&] {
+      const Variant value = operation();
+      result = toUtf8(value.isNull() || value.isArray() ? typeName(value) : toText(value));
+    });
+    return (raised == "nothing" ? result : raised) + boxes;
+  }
 
   String folder;
   std::string boxes;                // as "[style|title|text]", with the folder's name left out

@@ -44,24 +44,24 @@ TEST_F(Paths, ASeparatorBehindTheLongestPositionIsLoggedAndGivesNothing) {
                                                     "mFiles.GetBaseName", "mFiles.GetFileExtension"));
 }
 
-TEST_F(Paths, AFolderIsFoundByWhatIsInIt) {
-  put(u"a.txt");
-  put(u"hidden.txt", "x", FileAttribute::Hidden);
-  putFolder(u"empty");
-  EXPECT_EQ(zel_TypeOfPath(path(u"A.TXT")), ZEL_PathType_File);
-  EXPECT_EQ(zel_TypeOfPath(folder + u"\\"), ZEL_PathType_Folder);
-  for (const String& nothing :
-       {folder, path(u"hidden.txt"), path(u"empty\\"), path(u"*.txt"), path(u"no"), String()})
-    EXPECT_EQ(zel_TypeOfPath(nothing), ZEL_PathType_None) << toUtf8(nothing);
-}
-
-TEST_F(Paths, FilesAndFoldersExistEachForItself) {
-  const String file = put(u"hidden.txt", "x", FileAttribute::Hidden);
-  EXPECT_TRUE(zel_IsFile(file) && !zel_IsFolder(file));
-  EXPECT_TRUE(zel_IsFolder(folder + u"\\") && !zel_IsFile(folder));
-  for (const String& nothing :
-       {String(), path(u"*"), folder + String(u"\\a\0b", 4), path(String(40000, u'a'))})
-    EXPECT_FALSE(zel_IsFile(nothing) || zel_IsFolder(nothing));
+TEST_F(Paths, TellFilesAndFoldersApart) {
+  given("a hidden:h empty\\");
+  // What zel_TypeOfPath, zel_IsFile and zel_IsFolder say; a folder's type is found by what is in it.
+  for (const auto& [name, said] :
+       std::vector<std::pair<String, std::string>>{{path(u"A"), "110"},
+                                                   {folder + u"\\", "201"},
+                                                   {folder, "001"},
+                                                   {path(u"hidden"), "010"},
+                                                   {path(u"empty\\"), "001"},
+                                                   {path(u"*"), "000"},
+                                                   {path(u"no"), "000"},
+                                                   {String(), "000"},
+                                                   {folder + String(u"\\a\0b", 4), "000"},
+                                                   {path(String(40000, u'a')), "000"}})
+    EXPECT_EQ(toUtf8(decimalText(zel_TypeOfPath(name)) + decimalText(zel_IsFile(name)) +
+                     decimalText(zel_IsFolder(name))),
+              said)
+        << toUtf8(name.substr(0, 99));
 }
 
 TEST_F(Paths, OnlyTwoSchemesAreUrls) {
@@ -82,41 +82,29 @@ TEST_F(Paths, NamesAreMadeSafe) {
   EXPECT_EQ(zel_ReplaceFilenameCharacters(u"/\\'#\"|<>\t"), u"_____|<>\t");
 }
 
-class WellKnownFolders : public Paths {
- protected:
-  void write(RegistryHandle root, StringView key, StringView name, std::uint32_t type,
-             std::string_view data) {
+TEST_F(Paths, WellKnownFoldersHaveDefaultsAndAreReadFromTheRegistry) {
+  MemoryRegistry registry;
+  const Replaced<Registry> replaced(registry);
+  const auto write = [&](RegistryHandle root, StringView below, StringView name, std::uint32_t type,
+                         std::string_view data) {
+    const String key = u"Software\\Microsoft\\Windows\\CurrentVersion" + String(below);
     RegistryHandle opened = 0;
     bool existed = false;
-    registry_.createKey(root, key, opened, existed);
-    registry_.openKey(root, key, RegistryAccess::Write, opened);
-    registry_.setValue(opened, name, type, data);
-  }
-
-  static constexpr StringView machineKey = u"Software\\Microsoft\\Windows\\CurrentVersion";
-  static constexpr StringView userKey =
-      u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
-
- private:
-  MemoryRegistry registry_;
-  Replaced<Registry> replaced_{registry_};
-};
-
-TEST_F(WellKnownFolders, HaveDefaults) {
-  EXPECT_EQ(zel_GetCommonFilesDir(), u"C:\\Program Files\\Common Files");
-  EXPECT_EQ(zel_GetProgramFilesDir(), u"C:\\Program Files");
-  EXPECT_EQ(zel_GetDesktopDir(), u"C:\\Windows\\Desktop");
-  EXPECT_EQ(zel_GetPersonalDir(), u"My Documents");
-}
-
-TEST_F(WellKnownFolders, AreReadFromTheRegistry) {
-  write(RegistryRoot::LocalMachine, machineKey, u"CommonFilesDir", RegistryType::Text, "D:\\Common");
-  write(RegistryRoot::LocalMachine, machineKey, u"ProgramFilesDir", RegistryType::DWord, {"\7\0\0\0", 4});
-  write(RegistryRoot::CurrentUser, userKey, u"Desktop", RegistryType::Text, "D:\\Me\\Desktop");
-  write(RegistryRoot::CurrentUser, userKey, u"Personal", RegistryType::Binary, "x");
-  EXPECT_EQ(zel_GetCommonFilesDir(), u"D:\\Common");
-  EXPECT_EQ(zel_GetProgramFilesDir(), u"7") << "a number is taken as text";
-  EXPECT_EQ(zel_GetPersonalDir(), u"") << "bytes are not";
+    registry.createKey(root, key, opened, existed);
+    registry.openKey(root, key, RegistryAccess::Write, opened);
+    registry.setValue(opened, name, type, data);
+  };
+  const auto all = [] {
+    return toUtf8(zel_GetCommonFilesDir() + u"|" + zel_GetProgramFilesDir() + u"|" + zel_GetDesktopDir() +
+                  u"|" + zel_GetPersonalDir());
+  };
+  EXPECT_EQ(all(), "C:\\Program Files\\Common Files|C:\\Program Files|C:\\Windows\\Desktop|My Documents");
+  constexpr auto machine = RegistryRoot::LocalMachine, user = RegistryRoot::CurrentUser;
+  write(machine, u"", u"CommonFilesDir", RegistryType::Text, "D:\\Common");
+  write(machine, u"", u"ProgramFilesDir", RegistryType::DWord, {"\7\0\0\0", 4});
+  write(user, u"\\Explorer\\Shell Folders", u"Desktop", RegistryType::Text, "D:\\Me\\Desktop");
+  write(user, u"\\Explorer\\Shell Folders", u"Personal", RegistryType::Binary, "x");
+  EXPECT_EQ(all(), "D:\\Common|7|D:\\Me\\Desktop|") << "a number is taken as text, bytes are not";
   EXPECT_THAT(logged, ElementsAre("zelFiles.zel_GetPersonalDir"));
   for (const StringView word : {u"Desktop", u""}) EXPECT_EQ(zel_FilterFromDesktop(word), u"D:\\Me\\Desktop");
   EXPECT_EQ(zel_FilterFromDesktop(u"desktop"), u"desktop");
