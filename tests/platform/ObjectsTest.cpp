@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "automation/Conversions.h"
-#include "automation/Error.h"
-#include "platform/Files.h"
+#include "automation/Raised.h"
+#include "platform/LateBound.h"
+#include "support/FileTree.h"
+#include "support/RaisedError.h"
 
 namespace zelUtilities {
 namespace {
@@ -23,47 +24,30 @@ ObjectFactory factoryOf(StringView name) {
   return [name] { return Ref<Object>(new NamedObject(name)); };
 }
 
-Variant call(const Ref<Object>& object, StringView name, std::vector<Variant> arguments = {}) {
-  return object->Invoke(name, InvokeKind::MethodOrGet, arguments);
-}
-
-template <class Action>
-Error raisedBy(Action action) {
-  try {
-    action();
-  } catch (const Error& error) {
-    return error;
-  }
-  return {0, {}, {}};
-}
-
 TEST(Objects, AnUnknownNameCannotBeCreated) {
   for (const StringView name : {u"", u"No.Such.Class", u"\u65E5"}) {
-    const Error error = raisedBy([&] { createObject(name); });
-    EXPECT_EQ(error.number(), ErrorNumber::CannotCreateObject);
-    EXPECT_NE(error.description().find(name), String::npos);
+    const std::string error = raisedError([&] { createObject(name); });
+    EXPECT_EQ(error.substr(0, 4), "429|");
+    EXPECT_NE(error.find(toUtf8(name)), std::string::npos);
   }
 }
 
-TEST(Objects, AClassOfTheProgramsTakesThePlaceOfAStandIn) {
+TEST(Objects, AClassOfTheProgramsTakesThePlaceOfAStandInAndOfTheSystems) {
   registerObject(u"Contract.Both", factoryOf(u"own"));
   registerStandIn(u"Contract.Both", factoryOf(u"stand-in"));
-  EXPECT_EQ(call(createObject(u"CONTRACT.both"), u"x").text(), u"own");
+  EXPECT_EQ(LateBound::create(u"CONTRACT.both").text(u"x"), u"own");
   registerObject(u"Contract.Both", {});
-  EXPECT_EQ(call(createObject(u"Contract.Both"), u"x").text(), u"stand-in");
+  EXPECT_EQ(LateBound::create(u"Contract.Both").text(u"x"), u"stand-in");
   registerStandIn(u"Contract.Both", {});
-  EXPECT_EQ(raisedBy([] { createObject(u"Contract.Both"); }).number(), ErrorNumber::CannotCreateObject);
-}
-
-TEST(Objects, AClassOfTheProgramsTakesThePlaceOfTheSystems) {
+  EXPECT_EQ(raised([] { createObject(u"Contract.Both"); }), ErrorNumber::CannotCreateObject);
   registerObject(u"Scripting.FileSystemObject", factoryOf(u"own"));
-  EXPECT_EQ(call(createObject(u"Scripting.FileSystemObject"), u"x").text(), u"own");
+  EXPECT_EQ(LateBound::create(u"Scripting.FileSystemObject").text(u"x"), u"own");
   registerObject(u"Scripting.FileSystemObject", {});
 }
 
 TEST(Objects, WhatTheFactoryRaisesReachesTheCaller) {
   registerObject(u"Contract.Broken", []() -> Ref<Object> { throw Error(5); });
-  EXPECT_EQ(raisedBy([] { createObject(u"Contract.Broken"); }).number(), 5);
+  EXPECT_EQ(raised([] { createObject(u"Contract.Broken"); }), 5);
   registerObject(u"Contract.Broken", {});
 }
 
@@ -71,127 +55,85 @@ class FileSystemObjectContract : public testing::Test {
  protected:
   FileSystemObjectContract() {
     if (files().folderExists(folder_)) files().removeFolder(folder_, true);
-    call(fso_, u"CreateFolder", {folder_});
+    fso_(u"CreateFolder", folder_);
   }
   ~FileSystemObjectContract() override { files().removeFolder(folder_, true); }
 
   String in(StringView name) const { return folder_ + u"\\" + String(name); }
-  bool exists(StringView operation, StringView path) { return toBoolean(call(fso_, operation, {path})); }
-  String text(StringView operation, std::vector<Variant> arguments) {
-    return toText(call(fso_, operation, std::move(arguments)));
-  }
-  std::int32_t numberRaised(StringView operation, std::vector<Variant> arguments) {
-    return raisedBy([&] { call(fso_, operation, std::move(arguments)); }).number();
+  template <class... A>
+  std::int32_t error(StringView operation, const A&... arguments) {
+    return raised([&] { fso_(operation, arguments...); });
   }
 
-  const Ref<Object> fso_ = createObject(u"Scripting.FileSystemObject");
+  const LateBound fso_ = LateBound::create(u"Scripting.FileSystemObject");
   const String folder_ = u"fso-contract";
 };
 
 TEST_F(FileSystemObjectContract, TellsFilesFoldersAndDrivesApart) {
-  files().replaceWhole(in(u"a.txt"), "x");
-  EXPECT_TRUE(exists(u"FileExists", in(u"a.txt")));
-  EXPECT_FALSE(exists(u"FileExists", folder_));
-  EXPECT_FALSE(exists(u"FileExists", in(u"none")));
-  EXPECT_TRUE(exists(u"FolderExists", folder_));
-  EXPECT_FALSE(exists(u"FolderExists", in(u"a.txt")));
-  EXPECT_TRUE(exists(u"DriveExists", u"C:"));
-  EXPECT_FALSE(exists(u"DriveExists", u"Q:"));
+  makeTree(folder_, "a.txt");
+  EXPECT_TRUE(fso_.isTrue(u"FileExists", in(u"a.txt")) && fso_.isTrue(u"FolderExists", folder_));
+  EXPECT_FALSE(fso_.isTrue(u"FileExists", folder_) || fso_.isTrue(u"FileExists", in(u"none")));
+  EXPECT_FALSE(fso_.isTrue(u"FolderExists", in(u"a.txt")) || fso_.isTrue(u"DriveExists", u"Q:"));
+  EXPECT_TRUE(fso_.isTrue(u"DriveExists", u"C:"));
 }
 
-TEST_F(FileSystemObjectContract, CreatesAFolderOnce) {
-  EXPECT_EQ(toText(call(call(fso_, u"CreateFolder", {in(u"Sub")}).object(), u"Name")), u"Sub");
-  EXPECT_TRUE(files().folderExists(in(u"Sub")));
-  EXPECT_EQ(numberRaised(u"CreateFolder", {in(u"Sub")}), ErrorNumber::FileAlreadyExists);
-  EXPECT_EQ(numberRaised(u"CreateFolder", {in(u"none\\Sub")}), ErrorNumber::PathNotFound);
+TEST_F(FileSystemObjectContract, CreatesAFolderOnceAndDeletesItWithAllThatItHolds) {
+  EXPECT_EQ(fso_.object(u"CreateFolder", in(u"Sub")).text(u"Name"), u"Sub");
+  EXPECT_EQ(error(u"CreateFolder", in(u"Sub")), ErrorNumber::FileAlreadyExists);
+  EXPECT_EQ(error(u"CreateFolder", in(u"none\\Sub")), ErrorNumber::PathNotFound);
+  makeTree(folder_, "Sub\\a.txt");
+  fso_(u"DeleteFolder", in(u"Sub"), true);
+  EXPECT_EQ(treeIn(folder_), "");
+  EXPECT_NE(error(u"DeleteFolder", in(u"Sub")), 0);
 }
 
-TEST_F(FileSystemObjectContract, DeletesFilesByNameAndByPattern) {
-  for (const StringView name : {u"a.txt", u"b.txt", u"c.ini"}) files().replaceWhole(in(name), "");
-  call(fso_, u"DeleteFile", {in(u"c.ini")});
-  EXPECT_FALSE(files().fileExists(in(u"c.ini")));
-  call(fso_, u"DeleteFile", {in(u"*.txt")});
-  EXPECT_EQ(files().findFirst(in(u"*")), u"");
-  EXPECT_EQ(numberRaised(u"DeleteFile", {in(u"none.txt")}), ErrorNumber::FileNotFound);
-  EXPECT_EQ(numberRaised(u"DeleteFile", {in(u"*.txt")}), ErrorNumber::FileNotFound);
-}
-
-TEST_F(FileSystemObjectContract, DeletesAReadOnlyFileOnlyByForce) {
-  files().replaceWhole(in(u"a.txt"), "");
-  files().setAttributes(in(u"a.txt"), FileAttribute::ReadOnly);
-  EXPECT_EQ(numberRaised(u"DeleteFile", {in(u"a.txt")}), ErrorNumber::PermissionDenied);
-  EXPECT_TRUE(files().fileExists(in(u"a.txt")));
-  call(fso_, u"DeleteFile", {in(u"a.txt"), true});
-  EXPECT_FALSE(files().fileExists(in(u"a.txt")));
-}
-
-TEST_F(FileSystemObjectContract, DeletesAFolderWithAllThatItHolds) {
-  files().createFolder(in(u"Sub"));
-  files().replaceWhole(in(u"Sub\\a.txt"), "");
-  call(fso_, u"DeleteFolder", {in(u"Sub"), true});
-  EXPECT_FALSE(files().folderExists(in(u"Sub")));
-  EXPECT_NE(numberRaised(u"DeleteFolder", {in(u"Sub")}), 0);
+TEST_F(FileSystemObjectContract, DeletesFilesByNameAndByPatternReadOnlyOnesByForce) {
+  makeTree(folder_, "a.txt b.txt c.ini r:r");
+  fso_(u"DeleteFile", in(u"c.ini"));
+  fso_(u"DeleteFile", in(u"*.txt"));
+  EXPECT_EQ(error(u"DeleteFile", in(u"none.txt")), ErrorNumber::FileNotFound);
+  EXPECT_EQ(error(u"DeleteFile", in(u"*.txt")), ErrorNumber::FileNotFound);
+  EXPECT_EQ(error(u"DeleteFile", in(u"r")), ErrorNumber::PermissionDenied);
+  EXPECT_EQ(treeIn(folder_), "r:r");
+  fso_(u"DeleteFile", in(u"r"), true);
+  EXPECT_EQ(treeIn(folder_), "");
 }
 
 TEST_F(FileSystemObjectContract, ReadsAndWritesTheAttributesOfAFile) {
-  files().replaceWhole(in(u"a.txt"), "12345");
-  const Ref<Object> file(call(fso_, u"GetFile", {in(u"a.txt")}).object());
-  EXPECT_EQ(toText(call(file, u"Name")), u"a.txt");
-  EXPECT_EQ(toLong(call(file, u"Size")), 5);
-  EXPECT_TRUE(files().fileExists(toText(call(file, u""))));
-  Variant readOnly[] = {std::int32_t{FileAttribute::ReadOnly}};
-  file->Invoke(u"Attributes", InvokeKind::Put, readOnly);
-  EXPECT_EQ(toLong(call(file, u"Attributes")) & 1, 1);
-  EXPECT_EQ(numberRaised(u"GetFile", {in(u"none")}), ErrorNumber::FileNotFound);
-  EXPECT_EQ(numberRaised(u"GetFolder", {in(u"none")}), ErrorNumber::PathNotFound);
+  makeTree(folder_, "a.txt=12345");
+  const LateBound file = fso_.object(u"GetFile", in(u"a.txt"));
+  EXPECT_EQ(file.text(u"Name"), u"a.txt");
+  EXPECT_EQ(file.number(u"Size"), 5);
+  EXPECT_TRUE(files().fileExists(file.text(u"")));
+  file.put(u"Attributes", std::int32_t{FileAttribute::ReadOnly});
+  EXPECT_EQ(file.number(u"Attributes") & 1, 1);
+  EXPECT_EQ(error(u"GetFile", in(u"none")), ErrorNumber::FileNotFound);
+  EXPECT_EQ(error(u"GetFolder", in(u"none")), ErrorNumber::PathNotFound);
+  EXPECT_EQ(error(u"NoSuchOperation"), ErrorNumber::ObjectDoesNotSupport);
 }
 
-struct PathCase {
-  StringView operation;
-  StringView path;
-  StringView result;
-};
-
-TEST_F(FileSystemObjectContract, TakesPathsApartAsTheTableSays) {
-  const PathCase cases[] = {
-      {u"GetFileName", u"C:\\Data\\a.txt", u"a.txt"},
-      {u"GetFileName", u"C:\\Data\\", u"Data"},
-      {u"GetFileName", u"a.txt", u"a.txt"},
-      {u"GetFileName", u"Data/a.txt", u"a.txt"},
-      {u"GetFileName", u"", u""},
-      {u"GetParentFolderName", u"C:\\Data\\a.txt", u"C:\\Data"},
-      {u"GetParentFolderName", u"C:\\Data\\", u"C:\\"},
-      {u"GetParentFolderName", u"C:\\Data", u"C:\\"},
-      {u"GetParentFolderName", u"a.txt", u""},
-      {u"GetParentFolderName", u"Data\\a.txt", u"Data"},
-      {u"GetBaseName", u"C:\\Data\\a.tar.gz", u"a.tar"},
-      {u"GetBaseName", u"noextension", u"noextension"},
-      {u"GetBaseName", u"C:\\Da.ta\\b", u"b"},
-      {u"GetExtensionName", u"C:\\Data\\a.tar.gz", u"gz"},
-      {u"GetExtensionName", u"noextension", u""},
-      {u"GetExtensionName", u"a.", u""},
-      {u"GetDriveName", u"C:\\Data", u"C:"},
-      {u"GetDriveName", u"Data", u""},
-  };
-  for (const PathCase& row : cases)
-    EXPECT_EQ(text(row.operation, {row.path}), row.result)
-        << testing::PrintToString(row.operation) << " " << testing::PrintToString(row.path);
-}
-
-TEST_F(FileSystemObjectContract, PutsPathsTogether) {
-  EXPECT_EQ(text(u"BuildPath", {u"C:\\Data", u"a.txt"}), u"C:\\Data\\a.txt");
-  EXPECT_EQ(text(u"BuildPath", {u"C:\\Data\\", u"a.txt"}), u"C:\\Data\\a.txt");
-  EXPECT_EQ(text(u"BuildPath", {u"Data", u"a.txt"}), u"Data\\a.txt");
+TEST_F(FileSystemObjectContract, TakesPathsApartAndPutsThemTogether) {
+  // The file's name, the folder above, the name without its extension, the extension and the drive.
+  for (const auto& [path, parts] : std::vector<std::pair<StringView, StringView>>{
+           {u"C:\\Data\\a.tar.gz", u"a.tar.gz|C:\\Data|a.tar|gz|C:"},
+           {u"C:\\Data\\", u"Data|C:\\|Data||C:"},
+           {u"C:\\Da.ta\\b", u"b|C:\\Da.ta|b||C:"},
+           {u"Data\\a.txt", u"a.txt|Data|a|txt|"},
+           {u"Data/a.txt", u"a.txt|Data|a|txt|"},
+           {u"a.", u"a.||a||"},
+           {u"", u"||||"}})
+    EXPECT_EQ(fso_.text(u"GetFileName", path) + u"|" + fso_.text(u"GetParentFolderName", path) + u"|" +
+                  fso_.text(u"GetBaseName", path) + u"|" + fso_.text(u"GetExtensionName", path) + u"|" +
+                  fso_.text(u"GetDriveName", path),
+              parts);
+  for (const StringView folder : {u"C:\\Data", u"C:\\Data\\"})
+    EXPECT_EQ(fso_.text(u"BuildPath", folder, u"a.txt"), u"C:\\Data\\a.txt");
 }
 
 TEST_F(FileSystemObjectContract, NamesTemporaryFilesDifferently) {
-  const String first = text(u"GetTempName", {});
+  const String first = fso_.text(u"GetTempName");
   EXPECT_EQ(first.substr(first.size() - 4), u".tmp");
-  EXPECT_NE(first + text(u"GetTempName", {}), first + first);
-}
-
-TEST_F(FileSystemObjectContract, RefusesWhatItDoesNotHave) {
-  EXPECT_EQ(numberRaised(u"NoSuchOperation", {}), ErrorNumber::ObjectDoesNotSupport);
+  EXPECT_NE(first, fso_.text(u"GetTempName"));
 }
 
 }  // namespace
