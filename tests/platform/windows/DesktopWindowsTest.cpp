@@ -18,50 +18,33 @@ namespace {
 
 using testing::ElementsAre;
 
-class Window {
- public:
-  explicit Window(DWORD style)
-      : handle_(CreateWindowExW(0, L"STATIC", L"", style, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr)) {
-  }
-  ~Window() { DestroyWindow(handle_); }
-  HWND handle() const { return handle_; }
-  WindowHandle number() const { return static_cast<WindowHandle>(HandleToLong(handle_)); }
-  bool isTopmost() const { return (GetWindowLongW(handle_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
-
- private:
-  HWND handle_;
-};
-
-TEST(DesktopOnWindows, StyleAndStackingAreThoseOfRealWindows) {
-  const Window scrolling(WS_POPUP | WS_VSCROLL);
-  const Window plain(WS_POPUP | WS_HSCROLL | WS_VISIBLE);
-  ASSERT_NE(plain.handle(), nullptr);
-  EXPECT_EQ(desktop().windowStyle(scrolling.number()) & 0x00300000, 0x00200000);
-  EXPECT_EQ(desktop().windowStyle(plain.number()) & 0x00300000, 0x00100000);
-  EXPECT_EQ(desktop().windowStyle(0), 0);
-
-  desktop().stackWindow(scrolling.number(), -1, 19);
-  EXPECT_TRUE(scrolling.isTopmost());
-  EXPECT_FALSE(IsWindowVisible(scrolling.handle()));
-  desktop().stackWindow(scrolling.number(), -2, 19);
-  EXPECT_FALSE(scrolling.isTopmost());
-
-  desktop().stackWindow(scrolling.number(), plain.number(), 83);
-  EXPECT_EQ(GetWindow(plain.handle(), GW_HWNDNEXT), scrolling.handle());
-  EXPECT_TRUE(IsWindowVisible(scrolling.handle()));
-  RECT place{};
-  GetWindowRect(scrolling.handle(), &place);
-  EXPECT_EQ(place.right - place.left, 50);
+HWND window(DWORD style) {
+  return CreateWindowExW(0, L"STATIC", L"", style, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
 }
+WindowHandle numberOf(HWND window) { return static_cast<WindowHandle>(HandleToLong(window)); }
 
-TEST(DesktopOnWindows, TheMainScreenBeginsAtZero) {
+TEST(DesktopOnWindows, StyleAndStackingAreThoseOfRealWindowsOnTheScreensThereAre) {
+  const HWND scrolling = window(WS_POPUP | WS_VSCROLL);
+  const HWND plain = window(WS_POPUP | WS_HSCROLL | WS_VISIBLE);
+  EXPECT_EQ(desktop().windowStyle(numberOf(scrolling)) & 0x00300000, 0x00200000);
+  EXPECT_EQ(desktop().windowStyle(numberOf(plain)) & 0x00300000, 0x00100000);
+  EXPECT_EQ(desktop().windowStyle(0), 0);
+  for (const WindowHandle place : {-1, -2}) {
+    desktop().stackWindow(numberOf(scrolling), place, 19);
+    EXPECT_EQ((GetWindowLongW(scrolling, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0, place == -1);
+    EXPECT_FALSE(IsWindowVisible(scrolling));
+  }
+  desktop().stackWindow(numberOf(scrolling), numberOf(plain), 83);
+  EXPECT_EQ(GetWindow(plain, GW_HWNDNEXT), scrolling);
+  EXPECT_TRUE(IsWindowVisible(scrolling));
+  RECT place{};
+  GetWindowRect(scrolling, &place);
+  EXPECT_EQ(place.right - place.left, 50);
+  DestroyWindow(scrolling);
+  DestroyWindow(plain);
   const std::vector<ScreenArea> areas = desktop().workAreas();
   ASSERT_FALSE(areas.empty());
   EXPECT_TRUE(areas[0].left <= 0 && areas[0].top <= 0 && areas[0].right > 100 && areas[0].bottom > 100);
-  EXPECT_EQ(desktop().twipsPerPixel().x, 15);
-}
-
-TEST(DesktopOnWindows, AMissingHelpFileOpensNothing) {
   EXPECT_EQ(desktop().htmlHelp(u"C:\\missing.chm", HtmlHelpCommand::Topic, 0), 0);
 }
 
@@ -73,9 +56,9 @@ TEST(DesktopOnWindows, AnObjectTellsItsClassByItsTypeInformation) {
   CoUninitialize();
 }
 
-// Runs a question while a user closes its dialog.
+// The answer to a question whose dialog a user closes.
 template <class Question>
-void answered(const wchar_t* title, WPARAM button, const Question& question) {
+auto answered(WPARAM button, const Question& question, const wchar_t* title = L"Contract dialog") {
   std::atomic<bool> closed = false;
   std::thread user([&] {
     for (int i = 0; i < 100 && !closed; ++i, Sleep(200)) {
@@ -83,46 +66,34 @@ void answered(const wchar_t* title, WPARAM button, const Question& question) {
       if (dialog && IsWindowVisible(dialog)) PostMessageW(dialog, WM_COMMAND, button, 0);
     }
   });
-  question();
+  const auto answer = question();
   closed = true;
   user.join();
+  return answer;
 }
 
-class FileDialogsOnWindows : public testing::Test {
- protected:
-  FileDialogsOnWindows() {
-    if (!files().folderExists(folder)) files().createFolder(folder);
-    for (const String& file : {one, two}) files().replaceWhole(file, "kept");
-  }
-  ~FileDialogsOnWindows() override { files().removeFolder(folder); }
-
+TEST(FileDialogsOnWindows, FilesAreWholePathsAndTheFolderTheOneGiven) {
   const String folder = files().fullPath(u"dialog files");
-  const String one = folder + u"\\a.txt";
-  const String two = folder + u"\\b.txt";
-  FileQuestion question{u"Contract dialog", folder, u"a.txt", {{u"Texts", u"*.txt"}}, 1, u"txt", false};
-};
-
-TEST_F(FileDialogsOnWindows, FilesToOpenAreWholePaths) {
-  answered(L"Contract dialog", IDOK, [&] { EXPECT_THAT(dialogs().openFiles(question), ElementsAre(one)); });
-  question.several = true;
-  question.name = u"\"a.txt\" \"b.txt\"";
-  answered(L"Contract dialog", IDOK,
-           [&] { EXPECT_THAT(dialogs().openFiles(question), ElementsAre(one, two)); });
-  answered(L"Contract dialog", IDCANCEL, [&] { EXPECT_THAT(dialogs().openFiles(question), ElementsAre()); });
-}
-
-TEST_F(FileDialogsOnWindows, AFileToSaveToGetsItsExtension) {
+  if (!files().folderExists(folder)) files().createFolder(folder);
+  for (const StringView file : {u"\\a.txt", u"\\b.txt"}) files().replaceWhole(folder + String(file), "kept");
+  FileQuestion question{
+      u"Contract dialog", folder, u"\"a.txt\" \"b.txt\"", {{u"Texts", u"*.txt"}}, 1, u"txt", true};
+  const auto open = [&] { return dialogs().openFiles(question); };
+  const auto save = [&] { return dialogs().saveFile(question); };
+  EXPECT_THAT(answered(IDOK, open), ElementsAre(folder + u"\\a.txt", folder + u"\\b.txt"));
+  EXPECT_THAT(answered(IDCANCEL, open), ElementsAre());
+  question.several = false;
+  question.name = u"a.txt";
+  EXPECT_THAT(answered(IDOK, open), ElementsAre(folder + u"\\a.txt"));
   question.name = u"new";
-  answered(L"Contract dialog", IDOK, [&] { EXPECT_EQ(dialogs().saveFile(question), folder + u"\\new.txt"); });
-  answered(L"Contract dialog", IDCANCEL, [&] { EXPECT_EQ(dialogs().saveFile(question), u""); });
+  EXPECT_EQ(answered(IDOK, save), folder + u"\\new.txt");
+  EXPECT_EQ(answered(IDCANCEL, save), u"");
   question.name = String(u"a\0b", 3);
-  EXPECT_EQ(raisedError([&] { dialogs().saveFile(question); }).substr(0, 2), "52");
-}
-
-TEST_F(FileDialogsOnWindows, AFolderBeginsWithTheOneGiven) {
-  constexpr const wchar_t* title = L"Browse for Folder";
-  answered(title, IDOK, [&] { EXPECT_EQ(dialogs().selectFolder(u"Choose", folder), folder); });
-  answered(title, IDCANCEL, [&] { EXPECT_EQ(dialogs().selectFolder(u"", folder), u""); });
+  EXPECT_EQ(raisedError(save).substr(0, 2), "52");
+  const auto choose = [&] { return dialogs().selectFolder(u"Choose", folder); };
+  EXPECT_EQ(answered(IDOK, choose, L"Browse for Folder"), folder);
+  EXPECT_EQ(answered(IDCANCEL, choose, L"Browse for Folder"), u"");
+  files().removeFolder(folder);
 }
 
 }  // namespace
