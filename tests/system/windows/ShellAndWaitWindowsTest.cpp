@@ -14,7 +14,7 @@ String ownProgram() {
 }
 
 // A line that lets this program run a test of its own that takes a moment.
-String shortRun() { return u"\"" + ownProgram() + u"\" --gtest_filter=ZelWinAPI.Sleeps*"; }
+String shortRun() { return u"\"" + ownProgram() + u"\" --gtest_filter=MachineAndTime.Sleeps*"; }
 
 TEST(ShellAndWaitWindows, ProgramsRunToTheirEndHoweverItIs) {
   EXPECT_TRUE(zel_ShellAndWait(u"cmd.exe /c \"echo a b>said& exit 3\""));
