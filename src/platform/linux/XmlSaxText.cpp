@@ -18,8 +18,16 @@ using Bytes = std::uint8_t __attribute__((vector_size(lanes)));
 
 // What comes out comes in short texts.
 constexpr std::size_t fewLanes = 8;
-using FewUnits = std::uint16_t __attribute__((vector_size(fewLanes * 2)));
-using FewBytes = std::uint8_t __attribute__((vector_size(fewLanes)));
+struct Few {
+  using Word = std::uint64_t;
+  using Units = std::uint16_t __attribute__((vector_size(fewLanes * 2)));
+  using Bytes = std::uint8_t __attribute__((vector_size(fewLanes)));
+};
+struct Fewer {
+  using Word = std::uint32_t;
+  using Units = std::uint16_t __attribute__((vector_size(fewLanes)));
+  using Bytes = std::uint8_t __attribute__((vector_size(fewLanes / 2)));
+};
 
 // Narrows ASCII units up to the first block that holds anything else; gives how many.
 std::size_t narrowAscii(const char16_t* from, std::size_t count, char* to) {
@@ -37,18 +45,33 @@ std::size_t narrowAscii(const char16_t* from, std::size_t count, char* to) {
   return at;
 }
 
+// Widens a block; false, and nothing is written, unless it is ASCII.
+template <class Lanes>
+bool widenBlock(const char* from, char16_t* to) {
+  typename Lanes::Word word;
+  std::memcpy(&word, from, sizeof word);
+  if ((word & static_cast<typename Lanes::Word>(0x8080808080808080)) != 0) return false;
+  typename Lanes::Bytes bytes;
+  std::memcpy(&bytes, &word, sizeof bytes);
+  const auto units = __builtin_convertvector(bytes, typename Lanes::Units);
+  std::memcpy(to, &units, sizeof units);
+  return true;
+}
+
+// Widens ASCII up to the first block that holds anything else; gives how many. What is less than a block at
+// the end is done with a block that overlaps the one before.
 std::size_t widenAscii(const char* from, std::size_t count, char16_t* to) {
-  std::size_t at = 0;
-  for (; at + fewLanes <= count; at += fewLanes) {
-    std::uint64_t word;
-    std::memcpy(&word, from + at, sizeof word);
-    if ((word & 0x8080808080808080) != 0) break;
-    FewBytes bytes;
-    std::memcpy(&bytes, &word, sizeof bytes);
-    const FewUnits units = __builtin_convertvector(bytes, FewUnits);
-    std::memcpy(to + at, &units, sizeof units);
+  constexpr std::size_t half = fewLanes / 2;
+  if (count < half) return 0;
+  if (count < fewLanes) {
+    const bool isAscii =
+        widenBlock<Fewer>(from, to) && widenBlock<Fewer>(from + count - half, to + count - half);
+    return isAscii ? count : 0;
   }
-  return at;
+  std::size_t at = 0;
+  for (; at + fewLanes <= count; at += fewLanes)
+    if (!widenBlock<Few>(from + at, to + at)) return at;
+  return widenBlock<Few>(from + count - fewLanes, to + count - fewLanes) ? count : at;
 }
 
 bool isHigh(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
