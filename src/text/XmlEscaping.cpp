@@ -29,10 +29,13 @@ constexpr auto isSpecialAscii = [] {
 
 // So many units are looked at together; the compiler makes that a few instructions.
 constexpr std::size_t block = 16;
+constexpr std::size_t halfBlock = block / 2;
+constexpr std::size_t quarterBlock = block / 4;
 
+template <std::size_t count>
 bool isPlainBlock(const char16_t* units) {
   std::uint16_t special = 0;
-  for (std::size_t i = 0; i < block; ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const std::uint16_t unit = units[i];
     special |= static_cast<std::uint16_t>(((unit | 1) == u'\'') | ((unit | 2) == u'>') | (unit == u'"') |
                                           (unit >= firstNumeric));
@@ -67,12 +70,24 @@ bool occursInNumbers(char16_t reserved) {
 }  // namespace
 
 std::size_t plainEnd(StringView text, std::size_t at) {
-  while (text.size() - at >= block && isPlainBlock(text.data() + at)) at += block;
+  const char16_t* const units = text.data();
+  const char16_t* const end = units + text.size();
+  while (text.size() - at >= block && isPlainBlock<block>(units + at)) at += block;
+  if (text.size() - at >= halfBlock && isPlainBlock<halfBlock>(units + at)) at += halfBlock;
+  // Most texts are short, or end within a block: what is left is looked at in blocks that overlap.
+  const std::size_t left = text.size() - at;
+  if (left == 0) return at;
+  if (left < halfBlock && text.size() >= halfBlock && isPlainBlock<halfBlock>(end - halfBlock))
+    return text.size();
+  if (text.size() < halfBlock && left >= quarterBlock && isPlainBlock<quarterBlock>(units + at) &&
+      isPlainBlock<quarterBlock>(end - quarterBlock))
+    return text.size();
   while (at < text.size() && text[at] < firstNumeric && !isSpecialAscii[text[at]]) ++at;
   return at;
 }
 
 bool escapesReserved(StringView text, std::size_t firstSpecial) {
+  if (text.size() == 1) return true;  // no digit
   const char16_t unit = text[firstSpecial];
   if (unit < firstNumeric && !occursInNumbers(unit)) return true;
   return !isNumeric(text);

@@ -77,6 +77,7 @@ void zelSAXExtractor::writeStart(const XmlName& name, XmlAttributes& attributes)
   std::int32_t before = capture_.length();
   capture_.StartElement(name.qualifiedName);
   requireGrown(before);
+  static const Variant noDefault(u"");  // made once
   const std::size_t count = attributes.count();
   for (std::size_t i = 0; i < count; ++i) {
     const auto [attribute, value] = attributes.at(i);
@@ -84,7 +85,8 @@ void zelSAXExtractor::writeStart(const XmlName& name, XmlAttributes& attributes)
     before = capture_.length();
     // Only declarations of name spaces have no local name; they keep the one they have, so that the text
     // loads.
-    capture_.AddAttribute(attribute.localName.empty() ? attribute.qualifiedName : attribute.localName, value);
+    capture_.AddAttribute(attribute.localName.empty() ? attribute.qualifiedName : attribute.localName, value,
+                          noDefault);
     requireGrown(before);
   }
   before = capture_.length();

@@ -18,7 +18,7 @@ namespace zelUtilities {
 namespace {
 
 constexpr StringView lineEnd = u"\r\n";
-constexpr StringView terminator = u">\r\n";
+constexpr char16_t terminator[] = u">\r\n";
 constexpr StringView indent = u"  ";
 
 constexpr std::int64_t firstCapacity = 2048;  // characters
@@ -85,7 +85,8 @@ void zelStringCat::Start() {
   length_ = 0;
   mostNeeded_ = 0;
   first_ = true;
-  openElements_.clear();
+  openNames_.clear();
+  openStarts_.clear();
   dtlMargin_ = margin_;
 }
 
@@ -244,17 +245,15 @@ void zelStringCat::OpenElement(StringView sTagname, StringView sAttributes) {
 }
 
 void zelStringCat::CloseElement() {
+  if (openStarts_.empty()) return;
+  const std::size_t start = openStarts_.back();
+  openStarts_.pop_back();
   handled(u"zelStringCat.CloseElement", [&] {
-    if (openElements_.empty()) return;
     // The last two characters, even where the margin is not blank and these are its own.
     if (dtlMargin_.size() >= indent.size()) dtlMargin_.resize(dtlMargin_.size() - indent.size());
-    const String tagname = std::move(openElements_.back());
-    openElements_.pop_back();
-    ConcatenatePart(dtlMargin_);
-    ConcatenatePart(u"</");
-    ConcatenatePart(tagname);
-    ConcatenatePart(terminator);
+    appendParts(dtlMargin_, u"</", StringView(openNames_).substr(start), terminator);
   });
+  openNames_.resize(start);  // whether or not its end could be written
 }
 
 void zelStringCat::StartElement(StringView sTagname) {
@@ -269,6 +268,11 @@ void zelStringCat::AddAttribute(StringView sAttributeName, StringView sAttribute
   handled(u"zelStringCat.AddAttribute", [&] {
     if (pendingTag_.empty() || sAttributeValue.empty()) return;
     if (mXML::isDefault(sAttributeValue, sAttributeDefault)) return;
+    if (separator_.empty() && plainEnd(sAttributeValue, 0) == sAttributeValue.size() &&
+        appendWithinRoom(u" ", sAttributeName, u"='", sAttributeValue, u"'")) {
+      first_ = false;
+      return;
+    }
     Concatenate(u" ");
     Concatenate(sAttributeName);
     Concatenate(u"='");
@@ -293,9 +297,7 @@ void zelStringCat::FinishElementEx(bool bOpen, StringView sValue) {
 }
 
 void zelStringCat::writeTag(StringView tagname, StringView attributes) {
-  ConcatenatePart(dtlMargin_);
-  ConcatenatePart(u"<");
-  ConcatenatePart(tagname);
+  appendParts(dtlMargin_, u"<", tagname);
   if (attributes.empty()) return;
   if (attributes.front() != u' ') ConcatenatePart(u" ");
   ConcatenatePart(attributes);
@@ -304,12 +306,12 @@ void zelStringCat::writeTag(StringView tagname, StringView attributes) {
 void zelStringCat::writeValueAndEnd(StringView value, StringView tagname) {
   ConcatenatePart(u">");
   ConcatenateEscaped(value);
-  ConcatenatePart(u"</");
-  ConcatenatePart(tagname);
+  appendParts(u"</", tagname);
 }
 
 void zelStringCat::open(StringView tagname) {
-  openElements_.emplace_back(tagname);
+  openStarts_.push_back(openNames_.size());
+  openNames_.append(tagname);
   dtlMargin_.insert(0, indent);
 }
 

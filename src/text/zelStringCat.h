@@ -140,6 +140,23 @@ class zelStringCat final : public Object {
   void concatenateEscapedPiece(StringView piece);
   bool hasRoomFor(std::size_t units) const { return units <= reserved_ - length_; }
   void appendGrowing(StringView text);
+  template <std::size_t size>
+  void append(const char16_t (&literal)[size]) {
+    std::memcpy(buffer_ + length_, literal, (size - 1) * sizeof(char16_t));
+    length_ += size - 1;
+  }
+  // Appends all the pieces or, where there is no room for them, nothing.
+  template <class... Pieces>
+  bool appendWithinRoom(const Pieces&... pieces) {
+    if (!hasRoomFor((StringView(pieces).size() + ...))) return false;
+    (append(pieces), ...);
+    return true;
+  }
+  // ConcatenatePart for each piece.
+  template <class... Pieces>
+  void appendParts(const Pieces&... pieces) {
+    if (!appendWithinRoom(pieces...)) (ConcatenatePart(pieces), ...);
+  }
   [[noreturn]] static void raiseFromConcatenate();
   void reserve(std::int64_t units);
   void replaceFrom(std::size_t first, const TextSearch& search, std::size_t units, StringView replacement,
@@ -158,7 +175,9 @@ class zelStringCat final : public Object {
   String margin_;
   String dtlMargin_;
   String pendingTag_;
-  std::vector<String> openElements_;  // innermost last
+  // The open elements, innermost last: their names, and where each begins.
+  String openNames_;
+  std::vector<std::size_t> openStarts_;
 };
 
 }  // namespace zelUtilities
