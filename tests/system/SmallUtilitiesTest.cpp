@@ -18,12 +18,9 @@
 namespace zelUtilities {
 namespace {
 
-TEST(ZelStrings, JoinsWithASeparatorOnlyWhereBothValuesHaveText) {
+TEST(ZelStrings, JoinsWithASeparatorOnlyWhereBothValuesHaveTextAndTrimsWhatIsBeforeANul) {
   EXPECT_EQ(zel_JoinStrings(u"a", u"b") + u"|" + zel_JoinStrings(u"a", u"b", u"-"), u"a b|a-b");
   EXPECT_EQ(zel_JoinStrings(u"a", u"", u"-") + zel_JoinStrings(u"", u"b", u"-"), u"ab");
-}
-
-TEST(ZelStrings, CutsAtTheFirstNulBeforeItTrimsBlanks) {
   EXPECT_EQ(zel_NullTrim(StringView(u" a b  \0 c\0", 10)), u"a b");
   EXPECT_EQ(zel_NullTrim(u" \tab\t "), u"\tab\t");
   EXPECT_EQ(zel_NullTrim(StringView(u"\0ab", 3)), u"");
@@ -54,53 +51,47 @@ TEST(ZelConversions, UnitsGoByTheirFactorsAndBack) {
   EXPECT_EQ(raisedError([] { zel_MToFt(1e308); }), "6||Overflow");
 }
 
-Ref<ArrayData> bytesFrom(std::int32_t lower, std::initializer_list<std::uint8_t> bytes) {
-  const auto array =
-      ArrayData::create(VariantKind::Byte, {{lower, static_cast<std::uint32_t>(bytes.size())}});
-  std::copy(bytes.begin(), bytes.end(), array->bytes().begin());
+template <class Element>
+Ref<ArrayData> arrayOf(VariantKind kind, std::int32_t lower, std::initializer_list<Element> elements) {
+  const auto array = ArrayData::create(kind, {{lower, static_cast<std::uint32_t>(elements.size())}});
+  std::size_t i = 0;
+  for (const Element element : elements) array->set(i++, element);
   return array;
 }
 
-TEST(ZelConversions, BytesAreReadMostSignificantFirst) {
-  EXPECT_EQ(zel_MotorolaBytesToShort(bytesFrom(0, {0x80, 0})), -32768);
-  EXPECT_EQ(zel_MotorolaBytesToShort(bytesFrom(0, {0x7F, 0xFF})), 32767);
-  EXPECT_EQ(zel_MotorolaBytesToUnsignedShort(bytesFrom(0, {0x80, 1})), 32769);
-  EXPECT_EQ(zel_MotorolaBytesToLong(bytesFrom(0, {0x80, 0, 1, 0})), -2147483647 - 1 + 256);
-  EXPECT_EQ(zel_MotorolaBytesToLong(bytesFrom(-3, {9, 0xFF, 0xFF, 0xFF, 0xFE}), -2), -2);
-}
-
-TEST(ZelConversions, BytesOutsideTheArrayAreAnErrorOfTheCaller) {
-  const Ref<ArrayData> bytes = bytesFrom(1, {1, 2, 3, 4});
-  for (const std::int32_t index : {0, 2, 2147483647, -2147483647 - 1})
-    EXPECT_EQ(raisedError([&] { zel_MotorolaBytesToLong(bytes, index); }), "9||Subscript out of range");
-  for (const std::vector<ArrayBound>& bounds : {std::vector<ArrayBound>{}, {{0, 1}}, {{0, 4}, {0, 4}}})
-    EXPECT_EQ(raisedError([&] { zel_MotorolaBytesToShort(ArrayData::create(VariantKind::Byte, bounds)); }),
-              "9||Subscript out of range");
-  EXPECT_EQ(raisedError([] {
-              zel_MotorolaBytesToShort(ArrayData::ofVariants({1.0, 2.0}));
-            }),
-            "13||Type mismatch");
+TEST(ZelConversions, BytesAreReadMostSignificantFirstAndOnlyInsideTheArray) {
+  const auto bytes = [](std::initializer_list<std::uint8_t> of) {
+    return arrayOf(VariantKind::Byte, -3, of);
+  };
+  EXPECT_EQ(zel_MotorolaBytesToShort(bytes({0x80, 0}), -3), -32768);
+  EXPECT_EQ(zel_MotorolaBytesToShort(bytes({0x7F, 0xFF}), -3), 32767);
+  EXPECT_EQ(zel_MotorolaBytesToUnsignedShort(bytes({0x80, 1}), -3), 32769);
+  EXPECT_EQ(zel_MotorolaBytesToLong(bytes({0x80, 0, 1, 0}), -3), -2147483647 - 1 + 256);
+  EXPECT_EQ(zel_MotorolaBytesToLong(bytes({9, 0xFF, 0xFF, 0xFF, 0xFE}), -2), -2);
+  const auto readAt = [](const Ref<ArrayData>& array, std::int32_t index) {
+    return raisedError([&] { zel_MotorolaBytesToLong(array, index); });
+  };
+  for (const std::int32_t index : {-4, -2, 2147483647, -2147483647 - 1})
+    EXPECT_EQ(readAt(bytes({1, 2, 3, 4}), index), "9||Subscript out of range");
+  for (const std::vector<ArrayBound>& bounds : {std::vector<ArrayBound>{}, {{0, 4}, {0, 4}}})
+    EXPECT_EQ(readAt(ArrayData::create(VariantKind::Byte, bounds), 0), "9||Subscript out of range");
+  EXPECT_EQ(readAt(arrayOf(VariantKind::Long, 0, {1, 2, 3, 4}), 0), "13||Type mismatch");
 }
 
 TEST(ZelConversions, DatesAreReadByAFormatOrTheLocale) {
   Reports reports{"zelConversions.zel_"};
-  const std::tuple<StringView, StringView, std::string> cases[] = {
-      {u"05.03.2007", u"Dd.mM.yYyY", "2007-03-05"},
-      {u"3/5/2007", u"", "2007-03-05"},
-      {u"2007", u"YYYY", "1899-12-30"},
-      {u"200703", u"yyyymm", "1899-12-30"},
-      {u"200703", u"yyyymmdd", "2007-02-28"},  // the day is 0
-      {u"20071332", u"yyyymmdd", "2008-02-01"},
-      {u"2007 3 5", u"yyyymmdd", "2007-03-05"},
-      {u"2007-1-1", u"yyyymmdd", "2006-10-30"},  // month -1 and day -1
-      {u"2007&H05", u"yyyymmdd", "2006-12-05"},
-      {u"01000101", u"yyyymmdd", "100-01-01"},
-      {u"00290101", u"yyyymmdd", "2029-01-01"},
-      {u"00300101", u"yyyymmdd", "1930-01-01"},
-      {u"99991231", u"yyyymmdd", "9999-12-31"},
-      {u"-9990101", u"yyyymmdd", "1001-01-01"}};
-  for (const auto& [text, pattern, expected] : cases)
-    EXPECT_EQ(toUtf8(format(Variant::date(zel_StringToDate(text, pattern).days), u"yyyy-mm-dd")), expected);
+  const auto read = [](StringView text, StringView pattern) {
+    return toUtf8(format(Variant::date(zel_StringToDate(text, pattern).days), u"yyyy-mm-dd"));
+  };
+  EXPECT_EQ(read(u"05.03.2007", u"Dd.mM.yYyY") + read(u"3/5/2007", u""), "2007-03-052007-03-05");
+  EXPECT_EQ(read(u"2007", u"YYYY") + read(u"200703", u"yyyymm"), "1899-12-301899-12-30");
+  // The days 0 and -1 and the month -1 are those before the first.
+  const std::pair<StringView, const char*> cases[] = {
+      {u"200703", "2007-02-28"},   {u"20071332", "2008-02-01"}, {u"2007 3 5", "2007-03-05"},
+      {u"2007-1-1", "2006-10-30"}, {u"2007&H05", "2006-12-05"}, {u"01000101", "100-01-01"},
+      {u"00290101", "2029-01-01"}, {u"00300101", "1930-01-01"}, {u"99991231", "9999-12-31"},
+      {u"-9990101", "1001-01-01"}};
+  for (const auto& [text, expected] : cases) EXPECT_EQ(read(text, u"yyyymmdd"), expected);
   EXPECT_EQ(zel_StringToDate(u"12 apples").days, 0);
   for (const StringView text : {u"99991232", u"01000001", u"1e4 0101", u"9e9 0101"})
     EXPECT_EQ(zel_StringToDate(text, u"yyyymmdd").days, 0);
@@ -110,31 +101,23 @@ TEST(ZelConversions, DatesAreReadByAFormatOrTheLocale) {
 TEST(ZelMisc, TheLargerAndSmallerValueComeBackAsPassed) {
   Reports reports{"zelMisc."};
   const Variant two(std::int16_t{2});
-  const std::tuple<Variant, Variant, const char*> cases[] = {
-      // the larger and the smaller
-      {two, 2.5, "Double 2.5, Integer 2"},
-      {u"10", u"9", "String 9, String 10"},
-      {u"1", 2.0, "String 1, Double 2"},   // numbers come before texts
-      {two, 2.0, "Integer 2, Integer 2"},  // the first of equals
-      {2.0, two, "Double 2, Double 2"}};
-  for (const auto& [first, second, expected] : cases) {
+  const auto both = [](const Variant& first, const Variant& second) {
     const Variant larger = zel_MaxValue(first, second);
     const Variant smaller = zel_MinValue(first, second);
-    EXPECT_EQ(
-        toUtf8(typeName(larger) + u" " + toText(larger) + u", " + typeName(smaller) + u" " + toText(smaller)),
-        expected);
-  }
+    return toUtf8(typeName(larger) + toText(larger) + u" " + typeName(smaller) + toText(smaller));
+  };
+  EXPECT_EQ(both(two, 2.5), "Double2.5 Integer2");
+  EXPECT_EQ(both(u"10", u"9"), "String9 String10");
+  EXPECT_EQ(both(u"1", 2.0), "String1 Double2");   // numbers come before texts
+  EXPECT_EQ(both(two, 2.0), "Integer2 Integer2");  // the first of equals
+  EXPECT_EQ(both(2.0, two), "Double2 Double2");
   EXPECT_TRUE(zel_MaxValue(Variant::null(), 1.0).isNull());
   EXPECT_TRUE(zel_MaxValue(ArrayData::ofBytes({}), 1.0).isEmpty() && zel_MinValue(1.0, nullptr).isEmpty());
   EXPECT_EQ(reports.taken(), "zel_MaxValue|13 zel_MinValue|91 ");
 }
 
 DoubleArray doubles(std::int32_t lower, std::initializer_list<double> elements) {
-  const auto array =
-      ArrayData::create(VariantKind::Double, {{lower, static_cast<std::uint32_t>(elements.size())}});
-  std::size_t i = 0;
-  for (const double element : elements) array->set(i++, element);
-  return {array};
+  return {arrayOf(VariantKind::Double, lower, elements)};
 }
 
 // "lower: elements".
@@ -145,9 +128,10 @@ std::string described(const DoubleArray& array) {
   return text;
 }
 
-TEST(ZelMisc, ElementsAreAppendedTimesTheFactor) {
+TEST(ZelMisc, ElementsAreAppendedTimesTheFactorAndCounted) {
   Reports reports{"zelMisc."};
   const DoubleArray undimensioned{ArrayData::create(VariantKind::Double, {})};
+  const DoubleArray square{ArrayData::create(VariantKind::Double, {{-2, 4}, {0, 2}})};
   const std::tuple<DoubleArray, DoubleArray, double, const char*, const char*> cases[] = {
       {doubles(1, {1, 2}), doubles(5, {3, 4}), -0.5, "1: 1 2 -1.5 -2", ""},
       {doubles(-1, {1}), undimensioned, 1, "-1: 1", ""},
@@ -156,11 +140,7 @@ TEST(ZelMisc, ElementsAreAppendedTimesTheFactor) {
       {undimensioned, undimensioned, 1, "none", ""},
       {doubles(3, {}), doubles(0, {}), 1, "3:", ""},
       {doubles(0, {1}), doubles(0, {2, 1e308}), 10, "0: 1", "AppendArray|6 "},
-      {doubles(0, {1}),
-       {ArrayData::create(VariantKind::Double, {{0, 2}, {0, 2}})},
-       1,
-       "0: 1",
-       "AppendArray|9 "}};
+      {doubles(0, {1}), square, 1, "0: 1", "AppendArray|9 "}};
   for (const auto& [before, source, factor, expected, logged] : cases) {
     const std::string text = described(before);
     DoubleArray target = before;
@@ -169,11 +149,8 @@ TEST(ZelMisc, ElementsAreAppendedTimesTheFactor) {
     EXPECT_EQ(described(before), text);  // an array is a value
     EXPECT_EQ(reports.taken(), logged);
   }
-}
-
-TEST(ZelMisc, CountsTheElementsOfArraysAlone) {
-  EXPECT_EQ(zel_ArrayCount(ArrayData::create(VariantKind::Variant, {{-2, 4}, {0, 2}})), 4);
-  for (const Variant& value : {Variant(ArrayData::create(VariantKind::Byte, {})), Variant(), Variant(u"abc")})
+  EXPECT_EQ(zel_ArrayCount(square.data), 4);
+  for (const Variant& value : {Variant(undimensioned.data), Variant(), Variant(u"abc")})
     EXPECT_EQ(zel_ArrayCount(value), 0);
 }
 
@@ -210,7 +187,8 @@ TEST(ZelObjects, OnlyObjectsAreFoundInCollections) {
 }
 
 TEST(ZelHelp, TheExtensionAsWrittenChoosesTheViewer) {
-  for (const StringView name : {u"manual.chm", u"other.CHM", u"chm.hlp"}) files().replaceWhole(name, "");
+  const String names[] = {u"manual.chm", u"other.CHM", u"chm.hlp"};
+  for (const String& name : names) files().replaceWhole(name, "");
   RecordingDesktop desktop;
   const std::int32_t unknown = RecordingDesktop::unknownContext;
   EXPECT_EQ(ShowHTMLHelp(u"manual.chm", unknown), 100);  // the default topic
@@ -223,7 +201,7 @@ TEST(ZelHelp, TheExtensionAsWrittenChoosesTheViewer) {
     EXPECT_TRUE(zel_HelpFromContext(missing, 1) == 0 && ShowHTMLHelp(missing, 1) == 0 &&
                 !ShowWinHelp(missing, 1));
   EXPECT_EQ(desktop.calls, "html 15 99\nhtml 0 0\nhtml 0 0\nhtml 2 0\nhtml 15 5\nwindow 1 5\nwindow 1 99\n");
-  for (const StringView name : {u"manual.chm", u"other.CHM", u"chm.hlp"}) files().remove(name);
+  for (const String& name : names) files().remove(name);
 }
 
 }  // namespace
