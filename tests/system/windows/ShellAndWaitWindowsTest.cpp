@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "foundation/ErrorWatch.h"
 #include "platform/Files.h"
+#include "support/Reports.h"
 #include "system/zelMisc.h"
 
 namespace zelUtilities {
@@ -32,11 +32,11 @@ TEST(ShellAndWaitWindows, ProgramsRunToTheirEndHoweverItIs) {
 }
 
 TEST(ShellAndWaitWindows, WhatIsNoProgramDoesNotStart) {
-  std::vector<std::int32_t> numbers;
-  const ErrorWatch watch([&](const ErrorReport& report) { numbers.push_back(report.number); });
-  for (const StringView line : {u"no-such-program -x", u"\"cmd.exe /c exit\"", u"*"})
+  Reports reports{"zelMisc."};
+  for (const StringView line : {u"no-such-program -x", u"\"cmd.exe /c exit\"", u"*"}) {
     EXPECT_FALSE(zel_ShellAndWait(line));
-  EXPECT_EQ(numbers, (std::vector<std::int32_t>(3, 53)));
+    EXPECT_EQ(reports.taken(), "zel_ShellAndWait|53 ");
+  }
 }
 
 int ticks = 0;
