@@ -19,8 +19,7 @@ class ZelControls : public testing::Test {
     more.insert({{u"Enabled", true}, {u"BackColor", std::int32_t{1}}});
     return control(type, more);
   }
-  // Adds controls, each told by its name and its container's: "A. aA": the frame A on the form and a box in
-  // it.
+  // Adds controls, each told by its name and its container's: "A. aA" is a frame on the form, a box in it.
   void grow(StringView pairs) {
     for (; pairs.size() > 1; pairs.remove_prefix(std::min<std::size_t>(3, pairs.size()))) {
       const StringView type = pairs[0] < u'a' ? u"Frame" : u"TextBox";
