@@ -2,7 +2,6 @@
 #include "files/FilesClasses.h"
 #include "files/FilesFixture.h"
 #include "files/zelFiles.h"
-#include "support/FailingFiles.h"
 
 namespace zelUtilities {
 namespace {
@@ -26,7 +25,8 @@ struct Row {
   StringView file;
   int mode;
   std::string asBytes, asText;
-  std::string call = {};  // that fails
+  // The call of the file system that fails and its error.
+  std::string call = {};
   std::int32_t number = 0;
 };
 
@@ -34,23 +34,18 @@ class FileContents : public FilesFixture {
  protected:
   ~FileContents() override { EXPECT_THAT(logged, testing::IsEmpty()) << "whatever the mode"; }
 
-  // The outcomes of both operations, each with the files as before; and the files then, if they have changed.
   template <class Bytes, class Text>
   void expectRows(const std::vector<Row>& rows, const Bytes& ofBytes, const Text& ofText) {
     for (const Row& row : rows) {
-      const auto doing = [&](const auto& operation) {
-        given(row.before);
-        std::string result;
-        {
-          FailingFiles failing(row.call, row.number);
-          const Replaced<Files> replaced(failing);
-          result = outcome([&] { return operation(path(row.file), static_cast<ZEL_ErrorModes>(row.mode)); });
-        }
-        const std::string after = treeIn(folder);
-        return after == row.before ? result : result + " -> " + after;
-      };
-      EXPECT_EQ(doing(ofBytes), row.asBytes) << row.before << ", mode " << row.mode;
-      EXPECT_EQ(doing(ofText), row.asText) << row.before << ", mode " << row.mode;
+      SCOPED_TRACE(row.before + ", mode " + std::to_string(row.mode));
+      const String file = path(row.file);
+      const auto mode = static_cast<ZEL_ErrorModes>(row.mode);
+      EXPECT_EQ(resultOver(
+                    row.before, [&] { return ofBytes(file, mode); }, row.call, row.number),
+                row.asBytes);
+      EXPECT_EQ(resultOver(
+                    row.before, [&] { return ofText(file, mode); }, row.call, row.number),
+                row.asText);
     }
   }
   std::string rewritten(std::string_view text) {
@@ -141,13 +136,11 @@ TEST_F(FileContents, ANewPathTakesTheRewrittenTextIfThereIsAny) {
 TEST_F(FileContents, AFailureToRewriteIsReturnedByItsNumber) {
   EXPECT_EQ(zel_RewriteFileLFtoCRLF(path(u"no.txt")), 53);
   const String file = put(u"a.txt", "a\nb");
-  for (const auto& [call, number, result] : std::vector<std::tuple<const char*, std::int32_t, std::string>>{
-           {"replaceWhole", 61, "61"},
-           {"replaceWhole", 75, "75"},
-           {"readWhole", objectErrorBase + 1, "6||Overflow"}}) {  // beyond 16 bits
+  for (const auto& [call, number, result] :
+       {std::tuple("replaceWhole", 75, "75"), {"readWhole", objectErrorBase + 1, "6||Overflow"}}) {
     FailingFiles failing(call, number);
     const Replaced<Files> replaced(failing);
-    EXPECT_EQ(outcome([&] { return zel_RewriteFileLFtoCRLF(file); }), result);
+    EXPECT_EQ(outcome([&] { return zel_RewriteFileLFtoCRLF(file); }), result) << "beyond 16 bits";
   }
 }
 

@@ -1,6 +1,5 @@
 #include "files/FilesFixture.h"
 #include "files/zelFiles.h"
-#include "support/FailingFiles.h"
 
 namespace zelUtilities {
 namespace {
@@ -29,7 +28,7 @@ struct Row {
   Variant (*operation)(const String&, const String&, int);
   std::string from, to;  // "@" stands for the folder's path
   int flags;
-  std::string result, after = "as before";
+  std::string result;
   // The call of the file system that fails, its error, and how many calls are let through.
   std::string call = {};
   std::int32_t number = 0;
@@ -44,25 +43,20 @@ class FileOperations : public FilesFixture {
   void expectRows(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
       SCOPED_TRACE(row.before + ": " + row.from + " to " + row.to);
-      given(row.before);
-      {
-        FailingFiles failing(row.call, row.number, row.letThrough);
-        const Replaced<Files> replaced(failing);
-        EXPECT_EQ(outcome([&] { return row.operation(at(row.from), at(row.to), row.flags); }), row.result);
-      }
-      EXPECT_EQ(treeIn(folder), row.after == "as before" ? row.before : row.after);
+      const auto operation = [&] { return row.operation(at(row.from), at(row.to), row.flags); };
+      EXPECT_EQ(resultOver(row.before, operation, row.call, row.number, row.letThrough), row.result);
     }
     EXPECT_THAT(logged, IsEmpty());
   }
 };
 
 TEST_F(FileOperations, ACopyGoesWhereItsDestinationSays) {
-  expectRows({{"a=n", copy, "@a", "b", 0, "0", "a=n b=n"},  // a bare name lies beside the source
-              {"a=n Sub\\", copy, "@a", "@SUB", 0, "0", "a=n Sub\\ Sub\\a=n"},
-              {"a=n Sub\\", copy, "@a", "@Sub\\c", noMakePath, "0", "a=n Sub\\ Sub\\c=n"},
-              {"a=n b=o:r", copy, "@a", "@b", 0, "0", "a=n b=n"},
-              {"a=n:r", copy, "@a", "@b", 0, "0", "a=n:r b=n:r"},
-              {"a=n b=o:r", copy, "@a", "@b", 0, "61", "as before", "copy", ErrorNumber::DiskFull},
+  expectRows({{"a=n", copy, "@a", "b", 0, "0 -> a=n b=n"},  // a bare name lies beside the source
+              {"a=n Sub\\", copy, "@a", "@SUB", 0, "0 -> a=n Sub\\ Sub\\a=n"},
+              {"a=n Sub\\", copy, "@a", "@Sub\\c", noMakePath, "0 -> a=n Sub\\ Sub\\c=n"},
+              {"a=n b=o:r", copy, "@a", "@b", 0, "0 -> a=n b=n"},
+              {"a=n:r", copy, "@a", "@b", 0, "0 -> a=n:r b=n:r"},
+              {"a=n b=o:r", copy, "@a", "@b", 0, "61", "copy", ErrorNumber::DiskFull},
               {"", copy, "@no", "", 0, "1"},
               {"d\\", copy, "@d", "@e", 0, "1"},
               {"a", copy, "@a", "@no\\a", noMakePath, "2"},
@@ -78,17 +72,17 @@ TEST_F(FileOperations, FilesAreCopiedByPatternAndFoldersWithAllBelow) {
   const std::string src = "src\\ src\\a.t=n src\\b.l src\\h.t:h src\\Sub\\ src\\Sub\\c.t";
   const std::string old = "o\\ o\\src\\ o\\src\\A.T=old ", below = " o\\src\\Sub\\ o\\src\\Sub\\c.t ";
   expectRows(
-      {{src, copyAll, "@src\\*.t", "@o\\deep", noMakePath, "0", "o\\ o\\deep\\ o\\deep\\a.t=n " + src},
-       {src, copyAll, "@src\\", "@o", 0, "0", "o\\ o\\src\\ o\\src\\a.t=n o\\src\\b.l " + src},
-       {old + src, copyAll, "@src", "@o", noOverwrite | recurse, "0", old + "o\\src\\b.l" + below + src},
-       {old + src, copyAll, "@src\\*", "@o\\src", recurse, "0",
-        "o\\ o\\src\\ o\\src\\A.T=n o\\src\\b.l" + below + src},
+      {{src, copyAll, "@src\\*.t", "@o\\deep", noMakePath, "0 -> o\\ o\\deep\\ o\\deep\\a.t=n " + src},
+       {src, copyAll, "@src\\", "@o", 0, "0 -> o\\ o\\src\\ o\\src\\a.t=n o\\src\\b.l " + src},
+       {old + src, copyAll, "@src", "@o", noOverwrite | recurse, "0 -> " + old + "o\\src\\b.l" + below + src},
+       {old + src, copyAll, "@src\\*", "@o\\src", recurse,
+        "0 -> o\\ o\\src\\ o\\src\\A.T=n o\\src\\b.l" + below + src},
        {src + " z", copyAll, "@src", "@z", 0, "4"},
-       {"", copyAll, "@no\\*", "@o", 0, "0", "o\\"},
-       {"s\\ s\\a s\\Sub\\", copyAll, "@s", "@s\\Sub", recurse, "0",
-        "s\\ s\\a s\\Sub\\ s\\Sub\\s\\ s\\Sub\\s\\a s\\Sub\\s\\Sub\\"},  // into itself once
+       {"", copyAll, "@no\\*", "@o", 0, "0 -> o\\"},
+       {"s\\ s\\a s\\Sub\\", copyAll, "@s", "@s\\Sub", recurse,
+        "0 -> s\\ s\\a s\\Sub\\ s\\Sub\\s\\ s\\Sub\\s\\a s\\Sub\\s\\Sub\\"},  // into itself once
        {"s\\ s\\a.t", copyAll, "@s\\*.t", "@s", recurse, "0"},
-       {"s\\ s\\a s\\b", copyAll, "@s", "@z", 0, "0", "s\\ s\\a s\\b z\\ z\\s\\ z\\s\\a", "copy",
+       {"s\\ s\\a s\\b", copyAll, "@s", "@z", 0, "0 -> s\\ s\\a s\\b z\\ z\\s\\ z\\s\\a", "copy",
         ErrorNumber::DiskFull, 1}});
   EXPECT_EQ(zel_FilesCopy(path(u"s"), put(u"file") + u"\\below"), ZEL_CopyErrors_NoPath);
   FailingFiles unlisted("findAll", ErrorNumber::PathFileAccess);
@@ -98,23 +92,23 @@ TEST_F(FileOperations, FilesAreCopiedByPatternAndFoldersWithAllBelow) {
 }
 
 TEST_F(FileOperations, DeletingTakesWhatTheNameFinds) {
-  expectRows({{"a.l b.l c d.l\\ h.l:h r.l:r", remove, "@*.l", "", 0, "True", "c d.l\\ h.l:h"},
+  expectRows({{"a.l b.l c d.l\\ h.l:h r.l:r", remove, "@*.l", "", 0, "True -> c d.l\\ h.l:h"},
               {"c d.l\\ h.l:h", remove, "@*.l", "", 0, "False"},
               {"h:h", remove, "@h", "", 0, "False"},
               {"", remove, "@no\\a", "", 0, "False"},
               {"", remove, "", "", 0, "False"},
               // The required answer for a folder, which is gone.
-              {"c d\\ d\\empty\\ d\\x:r", remove, "@D\\", "", 0, "False", "c"},
-              {"c", remove, "@c", "", 0, "70|mFiles.FileDelete::|Permission denied", "as before", "remove",
+              {"c d\\ d\\empty\\ d\\x:r", remove, "@D\\", "", 0, "False -> c"},
+              {"c", remove, "@c", "", 0, "70|mFiles.FileDelete::|Permission denied", "remove",
                ErrorNumber::PermissionDenied}});
 }
 
 TEST_F(FileOperations, RenamingReplacesAndMarksOrDestroysNothing) {
   const std::string denied = "75|mFiles.FileRename::|Path/File access error";
-  expectRows({{"a=n:r b=o:r", rename, "@a", "@b", 0, "True", "b=n:r"},
-              {"b", rename, "@b", "@c", markReadOnly, "True", "c:r"},
+  expectRows({{"a=n:r b=o:r", rename, "@a", "@b", 0, "True -> b=n:r"},
+              {"b", rename, "@b", "@c", markReadOnly, "True -> c:r"},
               {"", rename, "@no", "@c", 0, "False"},
-              {"d\\ d\\x e\\", rename, "@e", "@d", 0, "True", "d\\"},
+              {"d\\ d\\x e\\", rename, "@e", "@d", 0, "True -> d\\"},
               {"a:r", rename, "@a", "@*", 0, "52|mFiles.FileRename::|Bad file name or number"},
               {"d\\ d\\x", rename, "@d\\x", "@d", 0, denied},
               {"d\\ d\\x", rename, "@d", "@D\\x", 0, denied},
@@ -129,7 +123,7 @@ TEST_F(FileOperations, RenamingReplacesAndMarksOrDestroysNothing) {
 }
 
 TEST_F(FileOperations, AFullFolderIsMadeFromAnAbsolutePath) {
-  expectRows({{"", makePath, "@a\\\\b\\", "", 0, "True", "a\\ a\\b\\"},
+  expectRows({{"", makePath, "@a\\\\b\\", "", 0, "True -> a\\ a\\b\\"},
               {"a\\", makePath, "@a", "", 0, "True"},
               {"", makePath, "", "", 0, "False"},
               {"", makePath, "data\\x", "", 0,
@@ -138,7 +132,7 @@ TEST_F(FileOperations, AFullFolderIsMadeFromAnAbsolutePath) {
               {"", makePath, "@c\\d", "", 0,
                "False[48|Path Error|The requested path could not be created:  \r\nPath:\tc\\d      \r\n"
                "Error:\tDisk full    ]",
-               "as before", "createFolder", ErrorNumber::DiskFull}});
+               "createFolder", ErrorNumber::DiskFull}});
 }
 
 TEST_F(FileOperations, TemporaryNamesAreFreeOnes) {

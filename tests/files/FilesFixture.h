@@ -4,11 +4,13 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <optional>
 
 #include "automation/ArrayData.h"
 #include "automation/Conversions.h"
 #include "foundation/ErrorWatch.h"
 #include "platform/Dialogs.h"
+#include "support/FailingFiles.h"
 #include "support/FileTree.h"
 #include "support/RaisedError.h"
 
@@ -46,6 +48,19 @@ class FilesFixture : public ::testing::Test, protected Dialogs {
       result = toUtf8(value.isNull() || value.isArray() ? typeName(value) : toText(value));
     });
     return (raised == "nothing" ? result : raised) + boxes;
+  }
+
+  // The outcome where the folder holds these files; and " -> " and what it then holds, if that is not the
+  // same.
+  std::string resultOver(const std::string& before, const std::function<Variant()>& operation,
+                         const std::string& failingCall = {}, std::int32_t number = 0, int letThrough = 0) {
+    given(before);
+    FailingFiles failing(failingCall, number, letThrough);
+    std::optional<Replaced<Files>> replaced(failing);
+    const std::string result = outcome(operation);
+    replaced.reset();
+    const std::string after = treeIn(folder);
+    return after == before ? result : result + " -> " + after;
   }
 
   String folder;
