@@ -21,8 +21,7 @@ zelNodeListColumns::Definition defined(StringView key) {
 TEST(Column, StartsAsANumberNamedByItsKey) {
   auto column = make<zelNodeListColumn>();
   column->SetKey(u"Size");
-  EXPECT_EQ(column->Name(), u"Size");
-  EXPECT_EQ(column->Description(), u"Size");
+  EXPECT_TRUE(column->Name() == u"Size" && column->Description() == u"Size");
   column->setName(u"Size in mm");
   EXPECT_EQ(column->Description(), u"Size in mm");
   EXPECT_EQ(column->CellType(), ZEL_CellType_Double);
@@ -30,8 +29,7 @@ TEST(Column, StartsAsANumberNamedByItsKey) {
   EXPECT_TRUE(column->Selected() && column->Visible() && column->SortPickList());
   EXPECT_FALSE(column->Editable() || column->HasCheckbox() || column->UserSort());
   EXPECT_EQ(column->ColumnMinWidth(), 1440);
-  EXPECT_EQ(column->Tag().text(), u"");
-  EXPECT_TRUE(column->UOMNodeListFilter());
+  EXPECT_TRUE(column->Tag().text().empty() && column->UOMNodeListFilter());
 }
 
 TEST(Column, DerivesItsFormatFromTypeWidthAndStoredDecimals) {
