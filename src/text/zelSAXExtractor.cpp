@@ -1,11 +1,15 @@
 #include "text/zelSAXExtractor.h"
 
+#include <string_view>
+
 #include "automation/Binder.h"
 #include "automation/Error.h"
 #include "foundation/Handled.h"
 #include "platform/Objects.h"
 
 namespace zelUtilities {
+
+using namespace std::string_view_literals;  // of known length, where much is asked for
 
 namespace {
 
@@ -64,7 +68,7 @@ inline void zelSAXExtractor::requireGrown(std::int32_t lengthBefore) const {
 }
 
 void zelSAXExtractor::startElement(const XmlName& name, XmlAttributes& attributes) {
-  handledAndRaised(u"zelSAXExtractor.IVBSAXContentHandler_startElement", [&] {
+  handledAndRaised(u"zelSAXExtractor.IVBSAXContentHandler_startElement"sv, [&] {
     if (name.qualifiedName == targetElement_) {
       capture_.Start();
       isCapturing_ = true;

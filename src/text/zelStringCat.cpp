@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <string_view>
 
 #include "automation/Binder.h"
 #include "automation/Conversions.h"
@@ -14,6 +15,9 @@
 #include "text/mXML.h"
 
 namespace zelUtilities {
+
+// The compiler counts a text with the suffix itself; the length of one without is found anew at each call.
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -248,7 +252,7 @@ void zelStringCat::CloseElement() {
   if (openStarts_.empty()) return;
   const std::size_t start = openStarts_.back();
   openStarts_.pop_back();
-  handled(u"zelStringCat.CloseElement", [&] {
+  handled(u"zelStringCat.CloseElement"sv, [&] {
     // The last two characters, even where the margin is not blank and these are its own.
     if (dtlMargin_.size() >= indent.size()) dtlMargin_.resize(dtlMargin_.size() - indent.size());
     appendParts(dtlMargin_, u"</", StringView(openNames_).substr(start), terminator);
@@ -257,7 +261,7 @@ void zelStringCat::CloseElement() {
 }
 
 void zelStringCat::StartElement(StringView sTagname) {
-  handled(u"zelStringCat.StartElement", [&] {
+  handled(u"zelStringCat.StartElement"sv, [&] {
     writeTag(sTagname, {});
     pendingTag_ = sTagname;
   });
@@ -265,7 +269,7 @@ void zelStringCat::StartElement(StringView sTagname) {
 
 void zelStringCat::AddAttribute(StringView sAttributeName, StringView sAttributeValue,
                                 const Variant& sAttributeDefault) {
-  handled(u"zelStringCat.AddAttribute", [&] {
+  handled(u"zelStringCat.AddAttribute"sv, [&] {
     if (pendingTag_.empty() || sAttributeValue.empty()) return;
     if (mXML::isDefault(sAttributeValue, sAttributeDefault)) return;
     if (separator_.empty() && plainEnd(sAttributeValue, 0) == sAttributeValue.size() &&
@@ -282,7 +286,7 @@ void zelStringCat::AddAttribute(StringView sAttributeName, StringView sAttribute
 }
 
 void zelStringCat::FinishElementEx(bool bOpen, StringView sValue) {
-  handled(u"zelStringCat.FinishElement", [&] {
+  handled(u"zelStringCat.FinishElement"sv, [&] {
     if (pendingTag_.empty()) return;
     if (bOpen) {
       open(pendingTag_);

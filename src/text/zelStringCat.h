@@ -140,6 +140,11 @@ class zelStringCat final : public Object {
   void concatenateEscapedPiece(StringView piece);
   bool hasRoomFor(std::size_t units) const { return units <= reserved_ - length_; }
   void appendGrowing(StringView text);
+  static std::size_t sizeOf(StringView text) { return text.size(); }
+  template <std::size_t size>
+  static constexpr std::size_t sizeOf(const char16_t (&)[size]) {
+    return size - 1;
+  }
   template <std::size_t size>
   void append(const char16_t (&literal)[size]) {
     std::memcpy(buffer_ + length_, literal, (size - 1) * sizeof(char16_t));
@@ -148,7 +153,7 @@ class zelStringCat final : public Object {
   // Appends all the pieces or, where there is no room for them, nothing.
   template <class... Pieces>
   bool appendWithinRoom(const Pieces&... pieces) {
-    if (!hasRoomFor((StringView(pieces).size() + ...))) return false;
+    if (!hasRoomFor((sizeOf(pieces) + ...))) return false;
     (append(pieces), ...);
     return true;
   }
