@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <iterator>
 
@@ -27,20 +28,29 @@ constexpr auto isSpecialAscii = [] {
   return special;
 }();
 
-// So many units are looked at together; the compiler makes that a few instructions.
-constexpr std::size_t block = 16;
+// So many units are looked at together, in vectors of the compiler's.
+constexpr std::size_t block = 8;
 constexpr std::size_t halfBlock = block / 2;
-constexpr std::size_t quarterBlock = block / 4;
+struct Block {
+  using Units = std::uint16_t __attribute__((vector_size(block * 2)));
+  using Words = std::uint64_t[2];
+};
+struct HalfBlock {
+  using Units = std::uint16_t __attribute__((vector_size(halfBlock * 2)));
+  using Words = std::uint64_t[1];
+};
 
-template <std::size_t count>
-bool isPlainBlock(const char16_t* units) {
-  std::uint16_t special = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::uint16_t unit = units[i];
-    special |= static_cast<std::uint16_t>(((unit | 1) == u'\'') | ((unit | 2) == u'>') | (unit == u'"') |
-                                          (unit >= firstNumeric));
-  }
-  return special == 0;
+template <class Lanes>
+inline bool isPlainBlock(const char16_t* from) {
+  using Units = typename Lanes::Units;
+  Units units;
+  std::memcpy(&units, from, sizeof units);
+  constexpr auto notAscii = static_cast<std::uint16_t>(~(firstNumeric - 1));
+  const Units special = (units & notAscii) | static_cast<Units>((units | 1) == u'\'') |
+                        static_cast<Units>((units | 2) == u'>') | static_cast<Units>(units == u'"');
+  typename Lanes::Words words;
+  std::memcpy(words, &special, sizeof words);
+  return std::all_of(std::begin(words), std::end(words), [](std::uint64_t word) { return word == 0; });
 }
 
 StringView entityOf(char16_t reserved) {
@@ -72,15 +82,13 @@ bool occursInNumbers(char16_t reserved) {
 std::size_t plainEnd(StringView text, std::size_t at) {
   const char16_t* const units = text.data();
   const char16_t* const end = units + text.size();
-  while (text.size() - at >= block && isPlainBlock<block>(units + at)) at += block;
-  if (text.size() - at >= halfBlock && isPlainBlock<halfBlock>(units + at)) at += halfBlock;
+  while (text.size() - at >= block && isPlainBlock<Block>(units + at)) at += block;
   // Most texts are short, or end within a block: what is left is looked at in blocks that overlap.
   const std::size_t left = text.size() - at;
   if (left == 0) return at;
-  if (left < halfBlock && text.size() >= halfBlock && isPlainBlock<halfBlock>(end - halfBlock))
-    return text.size();
-  if (text.size() < halfBlock && left >= quarterBlock && isPlainBlock<quarterBlock>(units + at) &&
-      isPlainBlock<quarterBlock>(end - quarterBlock))
+  if (left < block && text.size() >= block && isPlainBlock<Block>(end - block)) return text.size();
+  if (text.size() < block && left >= halfBlock && isPlainBlock<HalfBlock>(units + at) &&
+      isPlainBlock<HalfBlock>(end - halfBlock))
     return text.size();
   while (at < text.size() && text[at] < firstNumeric && !isSpecialAscii[text[at]]) ++at;
   return at;
