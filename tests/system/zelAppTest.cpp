@@ -25,10 +25,10 @@ class ZelApp : public testing::Test {
   static std::string shown(const Ref<TestControl>& form) {
     return form->place() + " " + form->text(u"WindowState");
   }
-  // A form at a place, brought back.
+  // A form at a place, brought back to another one that is maximised.
   static std::string broughtBack(const Ref<TestControl>& before, double unitsPerPixel = 0) {
     EXPECT_TRUE(zel_SaveFormState(u"Acme", before));
-    const auto next = form(1, 2, 3, 4);
+    const auto next = form(1, 2, 3, 4, 2);
     EXPECT_TRUE(zel_RestoreFormState(u"Acme", next, nullptr, u"", unitsPerPixel));
     return shown(next);
   }
