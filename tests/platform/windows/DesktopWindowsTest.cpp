@@ -45,6 +45,7 @@ TEST(DesktopOnWindows, StyleAndStackingAreThoseOfRealWindowsOnTheScreensThereAre
   const std::vector<ScreenArea> areas = desktop().workAreas();
   ASSERT_FALSE(areas.empty());
   EXPECT_TRUE(areas[0].left <= 0 && areas[0].top <= 0 && areas[0].right > 100 && areas[0].bottom > 100);
+  EXPECT_EQ(desktop().twipsPerPixel().x, 15);
   EXPECT_EQ(desktop().htmlHelp(u"C:\\missing.chm", HtmlHelpCommand::Topic, 0), 0);
 }
 
