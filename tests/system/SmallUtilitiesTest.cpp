@@ -84,7 +84,7 @@ TEST(ZelConversions, DatesAreReadByAFormatOrTheLocale) {
     return toUtf8(format(Variant::date(zel_StringToDate(text, pattern).days), u"yyyy-mm-dd"));
   };
   EXPECT_EQ(read(u"05.03.2007", u"Dd.mM.yYyY") + read(u"3/5/2007", u""), "2007-03-052007-03-05");
-  EXPECT_EQ(read(u"2007", u"YYYY") + read(u"200703", u"yyyymm"), "1899-12-301899-12-30");
+  EXPECT_EQ(read(u"2007", u"YYYY") + read(u"", u"yyyymmdd"), "1899-12-301899-12-30");
   // The days 0 and -1 and the month -1 are those before the first.
   const std::pair<StringView, const char*> cases[] = {
       {u"200703", "2007-02-28"},   {u"20071332", "2008-02-01"}, {u"2007 3 5", "2007-03-05"},
