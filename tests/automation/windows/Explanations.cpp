@@ -104,37 +104,37 @@ bool hasLetterMark(StringView text) {
 constexpr Explanation nextCentury = {"the system puts the years 30 to 49 into the coming century",
                                      isCenturyLater};
 
+// A macro, so that an explanation takes two lines.
+#define WHERE(...) [](const Trial& t) { return __VA_ARGS__; }
+
 }  // namespace
 
 std::vector<Explanation> explainNumberConversions() {
   return {
       {"the system makes dates that no calendar has from Single and Currency",
-       [](const Trial& t) { return isDate(t.system) && t.ours.error == overflow; }},
+       WHERE(isDate(t.system) && t.ours.error == overflow)},
       {"the system chooses the exponent of small numbers by their size, we by the decimals they take",
-       [](const Trial& t) { return has(our(t), u"e-") != has(their(t), u"e-"); }},
+       WHERE(has(our(t), u"e-") != has(their(t), u"e-"))},
       {"the system keeps the point in a number with an exponent in every locale",
-       [](const Trial& t) { return has(our(t), u"e") && without(our(t), u',') == without(their(t), u'.'); }},
+       WHERE(has(our(t), u"e") && without(our(t), u',') == without(their(t), u'.'))},
       {"the system writes a moment that rounds to midnight with the time",
-       [](const Trial& t) { return eitherIs(t, VariantKind::Date) && has(their(t), u":00:00"); }},
+       WHERE(eitherIs(t, VariantKind::Date) && has(their(t), u":00:00"))},
   };
 }
 
 std::vector<Explanation> explainNumberTexts() {
   return {
       {"the system is off in the last places, the fifth decimal of a Currency, and negative exponents",
-       [](const Trial& t) { return differInLastPlaces(t) || apart(t) < 1.5; }},
+       WHERE(differInLastPlaces(t) || apart(t) < 1.5)},
       {"the system makes no Currency from other bases, and only a Long from 32 bits",
-       [](const Trial& t) { return has(in(t), u"&") && t.system.error == overflow; }},
+       WHERE(has(in(t), u"&") && t.system.error == overflow)},
       {"the system overflows for what is too small for a Single, and for negative fractions as Bytes",
-       [](const Trial& t) {
-         return t.system.error == overflow && !t.ours.error && toDouble(t.ours.value) == 0;
-       }},
+       WHERE(t.system.error == overflow && !t.ours.error && toDouble(t.ours.value) == 0)},
       {"the system takes exponents of more than nine digits modulo 2^32",
-       [](const Trial& t) { return longestNumber(in(t)) > 9 && has(in(t), u"e"); }},
+       WHERE(longestNumber(in(t)) > 9 && has(in(t), u"e"))},
       {"we take one sign, one currency sign, thousands before the decimals, and closed parentheses only",
-       [](const Trial& t) { return t.ours.error == mismatch && (hasSurplus(in(t)) || !has(in(t), u")")); }},
-      {"the system knows no D for an exponent",
-       [](const Trial& t) { return t.system.error == mismatch && has(in(t), u"d"); }},
+       WHERE(t.ours.error == mismatch && (hasSurplus(in(t)) || !has(in(t), u")")))},
+      {"the system knows no D for an exponent", WHERE(t.system.error == mismatch && has(in(t), u"d"))},
       nextCentury,
   };
 }
@@ -143,77 +143,65 @@ std::vector<Explanation> explainDateTexts() {
   return {
       nextCentury,
       {"the system reads a month's name between or behind two numbers as year, month, day, and in times",
-       [](const Trial& t) { return hasAny(in(t), u"jan|feb|mar|m\u00E4rz|may|mai|sep|dec|dez"); }},
+       WHERE(hasAny(in(t), u"jan|feb|mar|m\u00E4rz|may|mai|sep|dec|dez"))},
       {"the system passes over dividers that divide nothing",
-       [](const Trial& t) { return t.ours.error == mismatch && hasLooseDivider(in(t)); }},
+       WHERE(t.ours.error == mismatch && hasLooseDivider(in(t)))},
       {"we let a date's divider stand between time and date",
-       [](const Trial& t) { return t.system.error == mismatch && has(in(t), u" /"); }},
+       WHERE(t.system.error == mismatch && has(in(t), u" /"))},
       {"the system takes the letters a and p for other things, but after hours and minutes alone",
-       [](const Trial& t) { return hasLetterMark(in(t)); }},
+       WHERE(hasLetterMark(in(t)))},
       {"the system takes numbers of more than four digits, and gives the years 001 to 0099 a century",
-       [](const Trial& t) { return longestNumber(in(t)) > (has(in(t), u"0") ? 2 : 4); }},
+       WHERE(longestNumber(in(t)) > (has(in(t), u"0") ? 2 : 4))},
   };
 }
 
 std::vector<Explanation> explainComparisons() {
   return {
       {"the system compares any number with a Single in the precision of a Single",
-       [](const Trial& t) { return eitherIs(t, VariantKind::Single); }},
+       WHERE(eitherIs(t, VariantKind::Single))},
       {"we compare a Double with a Currency in the precision of a Currency, as the clients' language does",
-       [](const Trial& t) { return eitherIs(t, VariantKind::Currency) && eitherIs(t, VariantKind::Double); }},
+       WHERE(eitherIs(t, VariantKind::Currency) && eitherIs(t, VariantKind::Double))},
   };
 }
 
 std::vector<Explanation> explainNumberFormats() {
   return {
       {"the system has no digits for Empty, and leaves a text under General Number as it is",
-       [](const Trial& t) {
-         return t.value.isEmpty() || (t.value.isString() && t.pattern == u"General Number");
-       }},
-      {"the system takes the digits of other bases for decimal ones",
-       [](const Trial& t) { return has(in(t), u"&"); }},
+       WHERE(t.value.isEmpty() || (t.value.isString() && t.pattern == u"General Number"))},
+      {"the system takes the digits of other bases for decimal ones", WHERE(has(in(t), u"&"))},
       {"the system takes the 0 of a text with a sign for a negative number",
-       [](const Trial& t) { return numberIn(t) == 0 && has(in(t), u"-") && isNumeric(t.value); }},
+       WHERE(numberIn(t) == 0 && has(in(t), u"-") && isNumeric(t.value))},
       {"we take one sign, one currency sign, and thousands separators before the decimal one only",
-       [](const Trial& t) { return hasSurplus(in(t)); }},
-      {"the system shows 7 digits of a Single",
-       [](const Trial& t) { return eitherIs(t, VariantKind::Single); }},
+       WHERE(hasSurplus(in(t)))},
+      {"the system shows 7 digits of a Single", WHERE(eitherIs(t, VariantKind::Single))},
       {"the system writes the sign next to the digits, we before everything",
-       [](const Trial& t) {
-         return our(t).find(u'-') == 0 && without(our(t), u'-') == without(their(t), u'-');
-       }},
+       WHERE(our(t).find(u'-') == 0 && without(our(t), u'-') == without(their(t), u'-'))},
       {"the system loses what is carried over from the decimals of a number below one",
-       [](const Trial& t) { return std::fabs(numberIn(t)) < 1 && numberIn(t) != 0; }},
+       WHERE(std::fabs(numberIn(t)) < 1 && numberIn(t) != 0)},
       {"the system's exponents go wrong beside commas and # places",
-       [](const Trial& t) {
-         return has(t.pattern, u"e+###") || (hasAny(t.pattern, u"e+|e-") && has(t.pattern, u","));
-       }},
+       WHERE(has(t.pattern, u"e+###") || (hasAny(t.pattern, u"e+|e-") && has(t.pattern, u",")))},
       {"the system drops a place for zero where # stands behind 0, and its exponent",
-       [](const Trial& t) {
-         return numberIn(t) == 0 && (has(t.pattern, u"##00##") || hasAny(t.pattern, u"e+|e-"));
-       }},
+       WHERE(numberIn(t) == 0 && (has(t.pattern, u"##00##") || hasAny(t.pattern, u"e+|e-")))},
       {"the system loses the last 0 before the point under #,#",
-       [](const Trial& t) { return has(t.pattern, u"#,#") && !has(t.pattern, u"#,##0"); }},
+       WHERE(has(t.pattern, u"#,#") && !has(t.pattern, u"#,##0"))},
   };
 }
 
 std::vector<Explanation> explainDateFormats() {
   return {
       {"the system is at fault in medium dates, long times at midnight, half-day marks, c, and weeks",
-       [](const Trial& t) { return hasAny(t.pattern, u"medium date|ttttt|long time|a/p|am/pm|ampm|c|ww"); }},
+       WHERE(hasAny(t.pattern, u"medium date|ttttt|long time|a/p|am/pm|ampm|c|ww"))},
       {"the system takes m for minutes anywhere behind an hour, we next to it",
-       [](const Trial& t) { return has(t.pattern, u"h") && has(t.pattern, u"m"); }},
+       WHERE(has(t.pattern, u"h") && has(t.pattern, u"m"))},
       {"the system rounds the last second of a day into the time but not into the date",
-       [](const Trial& t) { return std::fabs(std::remainder(t.value.dateValue(), 1)) < 0.5 / 86400; }},
+       WHERE(std::fabs(std::remainder(t.value.dateValue(), 1)) < 0.5 / 86400)},
   };
 }
 
 std::vector<Explanation> explainTextFormats() {
   return {
-      {"the system turns texts to lower case unasked",
-       [](const Trial& t) { return lowered(our(t)) == their(t); }},
-      {"the system ignores ! and fills & from the left",
-       [](const Trial& t) { return hasAny(t.pattern, u"!|&"); }},
+      {"the system turns texts to lower case unasked", WHERE(lowered(our(t)) == their(t))},
+      {"the system ignores ! and fills & from the left", WHERE(hasAny(t.pattern, u"!|&"))},
   };
 }
 
