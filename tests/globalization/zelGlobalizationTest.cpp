@@ -27,11 +27,13 @@ class Globalization : public testing::Test {
            "<Control Key='C'><Part Key=''><Use Key='Caption'>" +
            texts + "</Use></Part></Control></Translations></Section></G>";
   }
-  static Ref<zelGlobalization> table() {
+  // With two languages and, where given, this text or the name itself for S|name||Caption.
+  static Ref<zelGlobalization> table(StringView name = {}, const Variant& text = Variant::missing()) {
     auto texts = make<zelGlobalization>();
     texts->AddLanguage(u"en", u"English");
     texts->AddLanguage(u"de", u"German");
     texts->setCreateIfMissing(true);
+    if (!name.empty()) texts->Translate(u"S", name, u"", u"Caption", text);
     return texts;
   }
   // A text in a language; "-" where there is none.
@@ -59,9 +61,7 @@ TEST_F(Globalization, LanguagesAreTextColumnsAndComeBeforeTheFirstText) {
   auto texts = table();
   const Ref<zelNodeListColumn> german = texts->Languages()->Item(u"DE");
   EXPECT_EQ(german->Name(), u"German");
-  EXPECT_EQ(german->CellType(), ZEL_CellType_String);
-  EXPECT_EQ(german->Width(), 64);
-  EXPECT_TRUE(german->Editable());
+  EXPECT_TRUE(german->CellType() == ZEL_CellType_String && german->Width() == 64 && german->Editable());
   EXPECT_FALSE(texts->AddLanguage(u"De", u"again"));
   texts->Translate(u"S", u"C");
   EXPECT_FALSE(texts->AddLanguage(u"fr", u"French"));
@@ -70,9 +70,8 @@ TEST_F(Globalization, LanguagesAreTextColumnsAndComeBeforeTheFirstText) {
 
 TEST_F(Globalization, WhatIsMissingGivesTheDefault) {
   const auto texts = make<zelGlobalization>();
-  EXPECT_EQ(texts->Translate(u"Main", u"cmdOK"), u"cmdOK");
-  EXPECT_EQ(texts->Translate(u"Main", u"bar", u"print"), u"print");
-  EXPECT_EQ(texts->Translate(u"Main", u"bar", u"print", u"Caption", std::int32_t{7}), u"7");
+  EXPECT_EQ(texts->Translate(u"Main", u"cmdOK") + texts->Translate(u"Main", u"bar", u"print"), u"cmdOKprint");
+  EXPECT_EQ(texts->Translate(u"Main", u"bar", u"print", u"Caption", 7), u"7");
   EXPECT_EQ(texts->Translate(u"Main", u"bar", u"print", u"Caption", u""), u"");
   EXPECT_FALSE(texts->HasTranslation(u"Main", u"cmdOK"));
   EXPECT_EQ(texts->ExportXML(),
@@ -116,15 +115,11 @@ TEST_F(Globalization, WhatIsSavedIsLoadedAgain) {
 
 TEST_F(Globalization, WhatTheFileCannotCarryIsRefused) {
   for (const StringView name : {u"it's", u"a & b", u"<", u"Gr\u00F6\u00DFe"}) {
-    auto saved = table();
-    saved->Translate(u"S", name);
-    EXPECT_TRUE(saved->Save(file));
+    EXPECT_TRUE(table(name)->Save(file));
     EXPECT_FALSE(make<zelGlobalization>()->Load(file)) << toUtf8(name);
   }
   write("old");
-  auto texts = table();
-  texts->Translate(u"S", u"C", u"", u"Caption", u"\u4E2D");
-  EXPECT_FALSE(texts->Save(file));
+  EXPECT_FALSE(table(u"C", u"\u4E2D")->Save(file));
   EXPECT_THAT(takeLog(), testing::StartsWith("zelTranslates.Save -2147221503 The code page"));
   FailingFiles disk("replaceWhole", ErrorNumber::DiskFull);
   const Replaced<Files> replaced(disk);
@@ -150,14 +145,13 @@ TEST_F(Globalization, ElementsCountByTheirPlaceBelowTranslations) {
 }
 
 TEST_F(Globalization, LoadingMergesAndTakesTheTextsOfTheFile) {
-  auto texts = table();
-  texts->Translate(u"s", u"c", u"", u"Caption", u"old");
+  auto texts = table(u"c", u"old");
   write(ofOneUse("<T Language='en'>1</T><T Language='fr'>2</T><T Language='EN'>3</T>"));
   EXPECT_TRUE(texts->Load(file));
   EXPECT_EQ(takeLog(), "zelTranslates.Load 9 There is no language \"fr\".\n");
   EXPECT_EQ(in(u"en", *texts, u"C"), "3");
   EXPECT_EQ(in(u"de", *texts, u"C"), "Missing");
-  EXPECT_THAT(exported(*texts), testing::HasSubstr("<Section Key='s'>"));  // the node that was there
+  EXPECT_THAT(exported(*texts), testing::HasSubstr("<Control Key='c'>"));  // the node that was there
   const auto first = make<zelGlobalization>();
   write(ofOneUse(""));
   EXPECT_TRUE(first->Load(file));
