@@ -62,11 +62,10 @@ TEST(DateReading, TakesTimesBeforeOrAfterTheDateInTheFullRange) {
 
 TEST(DateReading, RefusesEverythingElse) {
   StringView texts =
-      u"|True|0|1|39146|0.|.0|-1.1|1.1-|1;2;3|0.60|24:00|0:60|1 2 am|1 am 2|AM 1|1 am pm|1.5 2|2 32 3|1 2 am "
-      u"3|"
-      u"1 2 3 4|1.2.3.4|1.2 3 4 am|1 2 3.4 5|1 2.3 4|1:2:3:4|2/30/2007|2/29/1900|1/1/10000|1/1/0099|32 49|"
-      u"3//5/2007|/3/5/2007|3/5/2007/|Jan|Jan Feb|Jan 1 2 3|Ma 5 2007|2007-03-05T14:07:09|20070305|"
-      u"Monday, March 5, 2007|1.2.3.4.5.6|1 2 3 4 5 6 7 8 9|02.01.1970|";
+      u"|True|0|39146|0.|.0|-1.1|1.1-|1;2;3|0.60|24:00|0:60|1 2 am|1 am 2|AM 1|1 am pm|1.5 2|2 32 3|"
+      u"1 2 am 3|1 2 3 4|1.2.3.4|1.2 3 4 am|1 2 3.4 5|1:2:3:4|2/30/2007|2/29/1900|1/1/10000|1/1/0099|"
+      u"32 49|3//5/2007|/3/5/2007|3/5/2007/|Jan|Jan Feb|Jan 1 2 3|Ma 5 2007|2007-03-05T14:07:09|"
+      u"20070305|Monday, March 5, 2007|1 2 3 4 5 6 7 8 9|02.01.1970|";
   for (std::size_t end; (end = texts.find(u'|')) != StringView::npos; texts.remove_prefix(end + 1))
     EXPECT_FALSE(readDate(texts.substr(0, end), Locale())) << toUtf8(texts.substr(0, end));
 }
