@@ -6,6 +6,7 @@
 
 #include "automation/ClassInfo.h"
 #include "automation/Conversions.h"
+#include "support/XmlTexts.h"
 
 namespace zelUtilities {
 namespace {
@@ -13,12 +14,6 @@ namespace {
 constexpr std::int32_t longest = std::numeric_limits<std::int32_t>::max();
 
 std::string complete(const zelStringCat& builder) { return toUtf8(builder.Complete()); }
-
-String repeated(StringView text, int count) {
-  String result;
-  for (int i = 0; i < count; ++i) result += text;
-  return result;
-}
 
 // What Replace makes of a text.
 struct Replacement {
@@ -57,7 +52,7 @@ TEST(StringCat, TheSeparatorStandsBetweenPiecesAndLineEndsAndCountsEmptyOnes) {
   EXPECT_EQ(complete(builder), ",a,,b,c,\r\n,d,\r\n");
 }
 
-TEST(StringCat, StartEmptiesButKeepsSeparatorAndMargin) {
+TEST(StringCat, StartEmptiesButKeepsSeparatorMarginAndTheElementBegun) {
   zelStringCat builder;
   builder.setSeparator(u";");
   builder.setMargin(u"\t");
@@ -71,9 +66,6 @@ TEST(StringCat, StartEmptiesButKeepsSeparatorAndMargin) {
   builder.Concatenate(u"b");
   builder.CloseElement();
   EXPECT_EQ(complete(builder), "a;b");
-}
-
-TEST(StringCat, TheElementBegunOutlivesStart) {
   EXPECT_EQ(built([](auto& b) { b.StartElement(u"Col"), b.Start(), b.FinishElement(false); }), "/>\r\n");
 }
 
@@ -87,16 +79,6 @@ TEST(StringCat, CapacityDoublesUpTo65536AndIsThenTheSmallestMultipleOfThat) {
     EXPECT_EQ(whole.capacity(), capacity) << length;
     EXPECT_EQ(pieces.capacity(), capacity) << length << " one by one";
   }
-}
-
-TEST(StringCat, CapacityDoesNotShrinkWithTheText) {
-  zelStringCat builder;
-  builder.ConcatenatePart(repeated(u"ab", 35000));
-  builder.Replace(u"ab", u"");
-  EXPECT_EQ(builder.length(), 0);
-  EXPECT_EQ(builder.capacity(), 131072);
-  builder.CheckBufferSize(140000);
-  EXPECT_EQ(builder.capacity(), 3 * 65536);
 }
 
 TEST(StringCat, ALongTextKeepsEveryCharacter) {
@@ -134,32 +116,33 @@ TEST(StringCat, FindGivesThePositionAtOrAfterTheStart) {
   for (const std::int32_t beyond : {7, longest}) EXPECT_EQ(builder.Find(u"a", beyond), 0);
 }
 
-TEST(StringCat, ReplaceReplacesAllMatchesFromTheStartOn) {
+TEST(StringCat, ReplaceReplacesMatchesFromTheStartOn) {
   EXPECT_REPLACED({u"abcab", u"ab", u"x", "xcx"}, {u"abcab", u"ab", u"wxyz", "wxyzcwxyz"},
                   {u"abcab", u"ab", u"", "c"}, {u"abcab", u"", u"x", "abcab"},
                   {u"abcab", u"ab", u"wxyz", "abcwxyz", 2}, {u"abcab", u"ab", u"x", "abcab", 6},
                   {u"aXbx", u"x", u"--", "a--b--", 1, -1, zelStringCat::textCompare});
-}
-
-TEST(StringCat, ReplaceCountsAfterTheReplacementSoThatThereIsAlwaysOne) {
+  // The count is looked at after the replacement, so that there is always one.
   EXPECT_REPLACED({u"aaaa", u"a", u"b", "baaa", 1, 1}, {u"aaaa", u"a", u"b", "abba", 2, 2},
                   {u"aaaa", u"a", u"bb", "abbbba", 2, 2}, {u"aaaa", u"a", u"", "a", 1, 3},
                   {u"aaaa", u"a", u"b", "baaa", 1, 0}, {u"aaaa", u"a", u"b", "baaa", 1, -2});
-}
-
-TEST(StringCat, ReplaceNeitherSearchesItsReplacementsNorOverlaps) {
+  // Replacements are not searched, and matches do not overlap.
   EXPECT_REPLACED({u"aaa", u"a", u"aa", "aaaaaa"}, {u"aaaaa", u"aa", u"a", "aaa"},
                   {u"aab", u"ab", u"b", "ab"});
 }
 
-TEST(StringCat, ReplaceOfManyMatchesGrowsTheCapacityAsTheTextGrows) {
+TEST(StringCat, ReplaceOfManyMatchesGrowsTheCapacityWhichDoesNotShrinkWithTheText) {
   zelStringCat builder;
   builder.ConcatenatePart(repeated(u"a<b", 30000));
-  builder.Replace(u"<", u"&lt;");
-  EXPECT_EQ(builder.Complete(), repeated(u"a&lt;b", 30000));
-  EXPECT_EQ(builder.capacity(), 3 * 65536);
-  builder.Replace(u"&lt;", u"<");
-  EXPECT_EQ(builder.Complete(), repeated(u"a<b", 30000));
+  const auto expectReplacedBy = [&](StringView find, StringView replacement, StringView unit) {
+    builder.Replace(find, replacement);
+    EXPECT_TRUE(builder.Complete() == repeated(unit, 30000));
+    EXPECT_EQ(builder.capacity(), 3 * 65536);
+  };
+  expectReplacedBy(u"<", u"&lt;", u"a&lt;b");
+  expectReplacedBy(u"&lt;", u"<", u"a<b");
+  expectReplacedBy(u"a<b", u"", u"");
+  builder.CheckBufferSize(200000);
+  EXPECT_EQ(builder.capacity(), 4 * 65536);
 }
 
 TEST(StringCat, AddElementWritesTheValueUnlessItIsTheDefaultWithoutAttributes) {
@@ -181,24 +164,18 @@ TEST(StringCat, AddElementWritesTheValueUnlessItIsTheDefaultWithoutAttributes) {
   EXPECT_EQ(added(u"2,5", u"", u"2.5"), "");
 }
 
-TEST(StringCat, OpenElementsNestByTwoBlanks) {
+TEST(StringCat, OpenElementsNestByTwoBlanksAndAMarginLosesItsOwnCharactersOnClosing) {
   EXPECT_EQ(built([](auto& b) {
               b.OpenElement(u"A", u"x='1'"), b.OpenElement(u"B"), b.AddElement(u"C", u"v"), b.CloseElement();
               EXPECT_EQ(b.DtlMargin(), u"  ");
               b.CloseElement(), b.CloseElement();
               EXPECT_EQ(b.DtlMargin(), u"");
-            }),
-            "<A x='1'>\r\n  <B>\r\n    <C>v</C>\r\n  </B>\r\n</A>\r\n");
-}
-
-TEST(StringCat, AMarginThatIsNotBlankLosesItsOwnCharactersOnClosing) {
-  EXPECT_EQ(built([](auto& b) {
-              b.setMargin(u"--"), b.OpenElement(u"A");
+              b.setMargin(u"--"), b.OpenElement(u"D");
               EXPECT_EQ(b.DtlMargin(), u"  --");
               b.CloseElement();
               EXPECT_EQ(b.Margin(), u"--");
             }),
-            "--<A>\r\n  </A>\r\n");
+            "<A x='1'>\r\n  <B>\r\n    <C>v</C>\r\n  </B>\r\n</A>\r\n--<D>\r\n  </D>\r\n");
 }
 
 TEST(StringCat, AnElementMayBeWrittenStepByStep) {
@@ -211,39 +188,32 @@ TEST(StringCat, AnElementMayBeWrittenStepByStep) {
             "<Col key='A&amp;1'/>\r\n<Col>&lt;</Col>\r\n<Cols n='2'>\r\n  <E>e</E>\r\n</Cols>\r\n");
 }
 
-TEST(StringCat, AttributesThatAreEmptyOrTheDefaultAreLeftOut) {
+TEST(StringCat, AttributesThatAreEmptyOrTheDefaultOrWithoutAnElementAreLeftOut) {
   EXPECT_EQ(built([](auto& b) {
               b.StartElement(u"A"), b.AddAttribute(u"a", u""), b.AddAttribute(u"b", u"5", u"5");
               b.AddAttribute(u"c", u"5", std::int32_t{5});  // a text is never equal to a number
               b.AddAttribute(u"d", u"5", Variant::null()), b.FinishElement(false);
+              b.AddAttribute(u"a", u"1"), b.FinishElement(true), b.CloseElement();
             }),
             "<A c='5' d='5'/>\r\n");
 }
 
-TEST(StringCat, WithoutAnElementBegunNothingIsWritten) {
-  EXPECT_EQ(built([](auto& b) { b.AddAttribute(u"a", u"1"), b.FinishElement(true), b.CloseElement(); }), "");
-}
-
 TEST(StringCat, TheSeparatorReachesAttributesAndTheLastLineEnd) {
-  zelStringCat builder;
-  builder.setSeparator(repeated(u"|", 1));
-  builder.StartElement(u"A");
-  builder.AddAttribute(u"a", u"1");
-  builder.FinishElement(false);
-  EXPECT_EQ(complete(builder), "<A |a|='|1|'/|>\r\n");
+  EXPECT_EQ(built([](auto& b) {
+              b.setSeparator(u"|"), b.StartElement(u"A"), b.AddAttribute(u"a", u"1"), b.FinishElement(false);
+            }),
+            "<A |a|='|1|'/|>\r\n");
 }
 
 TEST(StringCat, ItCanBeCalledLate) {
   const Ref<Object> builder = zelStringCat::describeClass().create();
-  const auto call = [&](StringView name, InvokeKind kind, std::vector<Variant> arguments) {
+  const auto call = [&](StringView name, InvokeKind kind, std::vector<Variant> arguments = {}) {
     return toText(builder->Invoke(name, kind, arguments));
   };
   call(u"separator", InvokeKind::Put, {u", "});
-  call(u"Concatenate", InvokeKind::Method, {std::int32_t{12}});
-  call(u"Concatenate", InvokeKind::Method, {std::int32_t{12}});
-  EXPECT_EQ(call(u"Complete", InvokeKind::Method, {}), u"12, 12");
-  EXPECT_EQ(call(u"length", InvokeKind::Get, {}), u"6");
-  EXPECT_EQ(call(u"Find", InvokeKind::Method, {u" 1"}), u"4");
+  for (int i = 0; i < 2; ++i) call(u"Concatenate", InvokeKind::Method, {std::int32_t{12}});
+  EXPECT_EQ(call(u"Complete", InvokeKind::Method), u"12, 12");
+  EXPECT_EQ(call(u"length", InvokeKind::Get) + call(u"Find", InvokeKind::Method, {u" 1"}), u"64");
 }
 
 }  // namespace
