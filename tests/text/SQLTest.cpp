@@ -1,15 +1,13 @@
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "automation/ArrayData.h"
 #include "automation/Calendar.h"
 #include "automation/LocaleGuard.h"
-#include "foundation/ErrorWatch.h"
+#include "support/Reports.h"
 #include "text/zelSQL.h"
 
 namespace zelUtilities {
 namespace {
-
-using testing::ElementsAre;
 
 const Variant null = Variant::null();
 Variant date(int year, int month, int day, int seconds = 0) {
@@ -45,13 +43,11 @@ TEST_F(SQL, ValuesHaveOneForm) {
 }
 
 TEST_F(SQL, TextsAreQuotedCutAtNulAndTrimmedAtTheirEnd) {
-  EXPECT_EQ(zel_SQLString(u"O'Brien  "), u"'O''Brien'");
+  const auto text = [](const Variant& value) { return zel_SQLString(value); };
+  EXPECT_LITERALS(text, {u"O'Brien  ", u"'O''Brien'"}, {StringView(u"a\0b", 3), u"'a'"}, {3.5, u"'3.5'"},
+                  {Variant(), u"''"}, {null, u"''"});
   EXPECT_EQ(zel_SQLString(u"O'Brien  ", false, false), u"'O''Brien  '");
   EXPECT_EQ(zel_SQLString(u"  a   b  ", false, true, false), u"' a b'");
-  EXPECT_EQ(zel_SQLString(StringView(u"a\0b", 3)), u"'a'");
-  EXPECT_EQ(zel_SQLString(3.5), u"'3.5'");
-  EXPECT_EQ(zel_SQLString(Variant()), u"''");
-  EXPECT_EQ(zel_SQLString(null), u"''");
   EXPECT_EQ(zel_SQLString(null, true), u"Null");
 }
 
@@ -70,16 +66,12 @@ TEST_F(SQL, BytesAreEscapedByTheirLowEightBits) {
 }
 
 TEST_F(SQL, WhatDoesNotConvertIsLoggedAndGivesNothing) {
-  std::vector<std::string> reports;
-  const ErrorWatch watch{[&](const ErrorReport& report) {
-    reports.push_back(toUtf8(report.source) + " " + std::to_string(report.number));
-  }};
+  Reports reports{"mSQL."};
   const Variant array = ArrayData::ofVariants({});
   for (const String& literal : {zel_SQLBoolean(u"maybe"), zel_SQLDate(u"never"), zel_SQLDate(1e300),
                                 zel_SQLNumber(u"1e999"), zel_SQLString(array)})
     EXPECT_EQ(literal, u"");
-  EXPECT_THAT(reports, ElementsAre("mSQL.SQLBoolean 13", "mSQL.SQLDate 13", "mSQL.SQLDate 6",
-                                   "mSQL.SQLNumber 6", "mSQL.SQLString 13"));
+  EXPECT_EQ(reports.taken(), "SQLBoolean|13 SQLDate|13 SQLDate|6 SQLNumber|6 SQLString|13 ");
 }
 
 }  // namespace
