@@ -7,23 +7,14 @@
 namespace zelUtilities {
 namespace {
 
-class ZelTranslate : public testing::Test {
- protected:
-  ZelTranslate() {
-    files().replaceWhole(u"t.xml",
-                         "<G><Languages><Language Key='en' Name=''/><Language Key='de' Name=''/></Languages>"
-                         "<Section Key='Main'><Translations><Control Key='bar'><Part Key='save'>"
-                         "<Use Key='Caption'><Translate Language='de'>Sp\xC3\xA4ter</Translate></Use>"
-                         "<Use Key='ToolTipText'><Translate Language='en'>Save</Translate></Use>"
-                         "</Part></Control></Translations></Section></G>");
-    files().replaceWhole(u"bad.xml", "<G>");
-  }
-  ~ZelTranslate() override {
-    for (StringView file : {u"t.xml", u"bad.xml"}) files().remove(file, true);
-  }
-};
-
-TEST_F(ZelTranslate, PrintsATextOrSaysWhatIsMissing) {
+TEST(ZelTranslate, PrintsATextOrSaysWhatIsMissing) {
+  files().replaceWhole(u"t.xml",
+                       "<G><Languages><Language Key='en' Name=''/><Language Key='de' Name=''/></Languages>"
+                       "<Section Key='Main'><Translations><Control Key='bar'><Part Key='save'>"
+                       "<Use Key='Caption'><Translate Language='de'>Sp\xC3\xA4ter</Translate></Use>"
+                       "<Use Key='ToolTipText'><Translate Language='en'>Save</Translate></Use>"
+                       "</Part></Control></Translations></Section></G>");
+  files().replaceWhole(u"bad.xml", "<G>");
   const std::pair<const char*, const char*> rows[] = {
       {"t.xml DE main BAR save", "0|Sp\u00E4ter\n|"},
       {"t.xml en Main bar save ToolTipText", "0|Save\n|"},
@@ -35,6 +26,7 @@ TEST_F(ZelTranslate, PrintsATextOrSaysWhatIsMissing) {
       {"t.xml de Main", "2||zel: this is not understood; see: zel --help\n"}};
   for (const auto& [words, expected] : rows)
     EXPECT_EQ(run(library(), "translate " + std::string(words)), expected) << words;
+  for (const StringView file : {u"t.xml", u"bad.xml"}) files().remove(file, true);
 }
 
 }  // namespace
