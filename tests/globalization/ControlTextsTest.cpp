@@ -69,12 +69,11 @@ TEST(ControlTexts, PropertiesThatAControlHasAreTranslated) {
 }
 
 TEST(ControlTexts, ItemsAreTranslatedByTheControlsClass) {
-  const std::array<const char*, 3> rows[] = {{"TabStrip", "Tabs", "<k|Caption><k|ToolTipText>text"},
-                                             {"SSTAB", "Tabs", "<k|Caption><k|ToolTipText>text"},
-                                             {"Toolbar", "Buttons", "<k|Caption><k|ToolTipText>text"},
-                                             {"ListView", "ColumnHeaders", "captiontip<k|Text>"},
-                                             {"ListView", "Tabs", "captiontiptext"},
-                                             {"TreeView", "Tabs", "captiontiptext"}};
+  constexpr auto labelled = "<k|Caption><k|ToolTipText>text", asIs = "captiontiptext";
+  const std::array<const char*, 3> rows[] = {
+      {"TabStrip", "Tabs", labelled},   {"SSTAB", "Tabs", labelled},
+      {"Toolbar", "Buttons", labelled}, {"ListView", "ColumnHeaders", "captiontip<k|Text>"},
+      {"ListView", "Tabs", asIs},       {"TreeView", "Tabs", asIs}};
   auto texts = knowing({{u"c", u"k", u"Caption"}, {u"c", u"k", u"ToolTipText"}, {u"c", u"k", u"Text"}});
   for (const auto& [type, items, expected] : rows) {
     const auto item =
