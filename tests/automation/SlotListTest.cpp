@@ -32,13 +32,19 @@ class Checked {
   }
   void clear() { list_.clear(), model_.clear(); }
   void stepCursors() {
-    if (cursors_.size() < 6) cursors_.push_back({List::Cursor(list_), 0});
-    const Walk& some = *anyCursor();
-    cursors_.push_back({List::Cursor(some.cursor), some.lastId});
-    cursors_.erase(anyCursor());
-    for (Walk& walk : cursors_) {
-      if (below(50) == 0) walk.cursor.reset(), walk.lastId = 0;
-      if (below(2) == 0) check(walk);
+    const auto any = [this] {
+      return std::next(cursors_.begin(), static_cast<std::ptrdiff_t>(below(cursors_.size())));
+    };
+    if (cursors_.size() < 6) cursors_.emplace_back(List::Cursor(list_), 0);
+    cursors_.push_back(*any());
+    cursors_.erase(any());
+    for (auto& [cursor, lastId] : cursors_) {
+      if (below(50) == 0) cursor.reset(), lastId = 0;
+      if (below(2) == 0) continue;
+      const auto younger = [last = lastId](const auto& element) { return element->id > last; };
+      const auto next = std::find_if(model_.begin(), model_.end(), younger);
+      ASSERT_EQ(cursor.next(), next == model_.end() ? nullptr : next->get());
+      if (next != model_.end()) lastId = (*next)->id;
     }
   }
   void check() {
@@ -53,26 +59,11 @@ class Checked {
   }
 
  private:
-  struct Walk {
-    List::Cursor cursor;
-    int lastId;
-  };
-
-  std::list<Walk>::iterator anyCursor() {
-    return std::next(cursors_.begin(), static_cast<std::ptrdiff_t>(below(cursors_.size())));
-  }
-  void check(Walk& walk) {
-    const auto next = std::find_if(model_.begin(), model_.end(),
-                                   [&](const auto& element) { return element->id > walk.lastId; });
-    ASSERT_EQ(walk.cursor.next(), next == model_.end() ? nullptr : next->get());
-    if (next != model_.end()) walk.lastId = (*next)->id;
-  }
-
   std::mt19937 random_;
   int lastId_ = 0;
   List list_;
   std::vector<std::unique_ptr<Element>> model_;
-  std::list<Walk> cursors_;
+  std::list<std::pair<List::Cursor, int>> cursors_;  // with the id of its last element
 };
 
 enum From { Front, Back, Anywhere };
