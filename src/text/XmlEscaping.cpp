@@ -31,26 +31,35 @@ constexpr auto isSpecialAscii = [] {
 // So many units are looked at together, in vectors of the compiler's.
 constexpr std::size_t block = 8;
 constexpr std::size_t halfBlock = block / 2;
-struct Block {
-  using Units = std::uint16_t __attribute__((vector_size(block * 2)));
-  using Words = std::uint64_t[2];
-};
-struct HalfBlock {
-  using Units = std::uint16_t __attribute__((vector_size(halfBlock * 2)));
-  using Words = std::uint64_t[1];
-};
+using Units = std::uint16_t __attribute__((vector_size(block * 2)));
 
-template <class Lanes>
-inline bool isPlainBlock(const char16_t* from) {
-  using Units = typename Lanes::Units;
+constexpr Units vectorOf(std::uint16_t unit) { return Units{unit, unit, unit, unit, unit, unit, unit, unit}; }
+
+bool isPlain(Units units) {
+  const auto reserved = ((units | vectorOf(1)) == vectorOf(u'\'')) |
+                        ((units | vectorOf(2)) == vectorOf(u'>')) | (units == vectorOf(u'"'));
+  std::uint64_t words[4];
+  const Units notAscii = units & vectorOf(0xFFFF - (firstNumeric - 1));
+  static_assert(sizeof words == sizeof reserved + sizeof notAscii);
+  std::memcpy(words, &reserved, sizeof reserved);
+  std::memcpy(words + 2, &notAscii, sizeof notAscii);
+  return (words[0] | words[1] | words[2] | words[3]) == 0;
+}
+
+bool isPlainBlock(const char16_t* from) {
   Units units;
   std::memcpy(&units, from, sizeof units);
-  constexpr auto notAscii = static_cast<std::uint16_t>(~(firstNumeric - 1));
-  const Units special = (units & notAscii) | static_cast<Units>((units | 1) == u'\'') |
-                        static_cast<Units>((units | 2) == u'>') | static_cast<Units>(units == u'"');
-  typename Lanes::Words words;
-  std::memcpy(words, &special, sizeof words);
-  return std::all_of(std::begin(words), std::end(words), [](std::uint64_t word) { return word == 0; });
+  return isPlain(units);
+}
+
+// Two half blocks, which may overlap.
+bool arePlainHalves(const char16_t* first, const char16_t* second) {
+  std::uint64_t words[2];
+  std::memcpy(&words[0], first, sizeof words[0]);
+  std::memcpy(&words[1], second, sizeof words[1]);
+  Units units;
+  std::memcpy(&units, words, sizeof units);
+  return isPlain(units);
 }
 
 StringView entityOf(char16_t reserved) {
@@ -82,13 +91,12 @@ bool occursInNumbers(char16_t reserved) {
 std::size_t plainEnd(StringView text, std::size_t at) {
   const char16_t* const units = text.data();
   const char16_t* const end = units + text.size();
-  while (text.size() - at >= block && isPlainBlock<Block>(units + at)) at += block;
+  while (text.size() - at >= block && isPlainBlock(units + at)) at += block;
   // Most texts are short, or end within a block: what is left is looked at in blocks that overlap.
   const std::size_t left = text.size() - at;
   if (left == 0) return at;
-  if (left < block && text.size() >= block && isPlainBlock<Block>(end - block)) return text.size();
-  if (text.size() < block && left >= halfBlock && isPlainBlock<HalfBlock>(units + at) &&
-      isPlainBlock<HalfBlock>(end - halfBlock))
+  if (left < block && text.size() >= block && isPlainBlock(end - block)) return text.size();
+  if (text.size() < block && left >= halfBlock && arePlainHalves(units + at, end - halfBlock))
     return text.size();
   while (at < text.size() && text[at] < firstNumeric && !isSpecialAscii[text[at]]) ++at;
   return at;
