@@ -33,36 +33,18 @@ TEST(Xml, TellsWhatADocumentHolds) {
 void expectRefused(std::initializer_list<StringView> cases) {
   for (const StringView xml : cases) EXPECT_EQ(XmlEvents::of(xml).back(), '!') << toUtf8(xml);
 }
+// A macro, so that several rows stand on a line.
+#define EXPECT_REFUSED(...) expectRefused({__VA_ARGS__})
 
 TEST(Xml, RefusesWhatIsNoDocumentOnceAndRaises) {
-  expectRefused({u"",
-                 u" ",
-                 u"abc",
-                 u"<",
-                 u"<r>",
-                 u"<r><a></r>",
-                 u"<r/>x",
-                 u"<r/><s/>",
-                 u"<r a='1' a='2'/>",
-                 u"<r a=1/>",
-                 u"<r a='<'/>",
-                 u"<x:r/>",
-                 u"<r x:a='1'/>",
-                 u"<r>&e;</r>",
-                 u"<r>&#0;</r>",
-                 u"<r>&#xD800;</r>",
-                 u"<r>\1</r>",
-                 u"<r>a\0b</r>"sv,
-                 u"<r a='\0'/>"sv,
-                 u"<r>\xD800 </r>"sv,
-                 u"<r>\xDC00 </r>"sv,
-                 u"<r><![CDATA[x</r>",
-                 u"<r><!-- x</r>",
-                 u"<?xml version='1.0'"});
-  expectRefused({u"<!DOCTYPE r [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><r>&e;</r>",
+  EXPECT_REFUSED(u"", u" ", u"abc", u"<", u"<r>", u"<r><a></r>", u"<r/>x", u"<r/><s/>", u"<r a='1' a='2'/>",
+                 u"<r a=1/>", u"<r a='<'/>", u"<x:r/>", u"<r x:a='1'/>", u"<r>&e;</r>", u"<r>&#0;</r>",
+                 u"<r>&#xD800;</r>", u"<r>\1</r>", u"<r>a\0b</r>"sv, u"<r a='\0'/>"sv, u"<r>\xD800 </r>"sv,
+                 u"<r>\xDC00 </r>"sv, u"<r><![CDATA[x</r>", u"<r><!-- x</r>", u"<?xml version='1.0'");
+  EXPECT_REFUSED(u"<!DOCTYPE r [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><r>&e;</r>",
                  u"<!DOCTYPE r [<!ENTITY % p SYSTEM 'file:///etc/passwd'>%p;]><r/>",
                  u"<!DOCTYPE r SYSTEM 'file:///etc/passwd'><r>&e;</r>",
-                 u"<!DOCTYPE r [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><r>&e;</r>"});
+                 u"<!DOCTYPE r [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><r>&e;</r>");
 }
 
 TEST(Xml, TellsWhereTheFaultIs) {
