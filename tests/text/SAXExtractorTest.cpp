@@ -2,8 +2,8 @@
 
 #include "automation/Conversions.h"
 #include "automation/Error.h"
-#include "foundation/ErrorWatch.h"
 #include "support/PieceStream.h"
+#include "support/Reports.h"
 #include "text/zelSAXExtractor.h"
 
 namespace zelUtilities {
@@ -20,7 +20,7 @@ class SAXExtractor : public ::testing::Test {
   }
 
   Ref<zelSAXExtractor> extractor = make<zelSAXExtractor>();
-  std::string reports;  // the sources of what was logged
+  Reports reports{"zelSAXExtractor."};
 
  private:
   std::string events_;
@@ -34,16 +34,10 @@ class SAXExtractor : public ::testing::Test {
         EXPECT_FALSE(message.empty());
         events_ += "error in line " + std::to_string(line) + (column > 0 ? "" : " somewhere") + "\n";
       });
-  ErrorWatch watch_{[this](const ErrorReport& report) { reports += toUtf8(report.source) + ";"; }};
 };
 
 TEST_F(SAXExtractor, WritesEachTargetAnew) {
-  struct Case {
-    StringView target;
-    StringView xml;
-    std::string expected;
-  };
-  const Case cases[] = {
+  const std::tuple<StringView, StringView, std::string> cases[] = {
       {u"r", u"<r><a>x</a></r>", "<r>\n  <a>\nx  </a>\n</r>\nTrue"},
       {u"a", u"<r><a>a&lt;b</a>-<a/></r>", "<a>\na&lt;b</a>\n<a>\n</a>\nTrue"},
       {u"", u"<r/>", "True"},
@@ -57,8 +51,9 @@ TEST_F(SAXExtractor, WritesEachTargetAnew) {
       {u"a", u"<r><a>1<b><a>2</a>3</b>4</a><a>5</a></r>", "<a>\n2</a>\n<a>\n5</a>\nTrue"},
       {u"a", u"<r><a>1</a>\n<a>2</b></r>", "<a>\n1</a>\nerror in line 2\nFalse"},
   };
-  for (const Case& c : cases) EXPECT_EQ(extracted(c.target, c.xml), c.expected) << toUtf8(c.xml);
-  EXPECT_EQ(reports, "zelSAXExtractor.Parse;");
+  for (const auto& [target, xml, expected] : cases)
+    EXPECT_EQ(extracted(target, xml), expected) << toUtf8(xml);
+  EXPECT_EQ(reports.taken().rfind("Parse|"), 0U) << "one report";
 }
 
 TEST_F(SAXExtractor, KeepsTheLastTarget) {
@@ -73,10 +68,10 @@ TEST_F(SAXExtractor, KeepsTheLastTarget) {
 TEST_F(SAXExtractor, ReadsAStreamAndLogsItsFailure) {
   EXPECT_EQ(extracted(u"a", PieceStream::of(std::string_view("<r><a>\xC3\xA9</a></r>"), 3)).substr(0, 4),
             "<a>\n");
-  EXPECT_EQ(reports, "");
+  EXPECT_EQ(reports.taken(), "");
   EXPECT_EQ(extracted(u"a", make<PieceStream>([]() -> Variant { throw Error(57); })), "False");
   EXPECT_EQ(extracted(u"a", 12), "False");
-  EXPECT_EQ(reports, "zelSAXExtractor.Parse;zelSAXExtractor.Parse;");
+  EXPECT_EQ(reports.taken(), "Parse|57 Parse|13 ");
 }
 
 TEST_F(SAXExtractor, ListenersMayFailAndAskForMore) {
@@ -86,8 +81,7 @@ TEST_F(SAXExtractor, ListenersMayFailAndAskForMore) {
     throw Error(5);
   });
   EXPECT_EQ(extracted(u"a", u"<r><a/><a/><b/></r>"), "<a>\n</a>\n<b>\n</b>\nTrue");
-  EXPECT_EQ(reports,
-            "zelSAXExtractor.Parse;zelSAXExtractor.Parse;zelSAXExtractor.Parse;zelSAXExtractor.Parse;");
+  EXPECT_EQ(reports.taken(), "Parse|5 Parse|5 Parse|5 Parse|5 ");
 }
 
 }  // namespace
