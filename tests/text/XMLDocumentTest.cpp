@@ -9,6 +9,7 @@
 #include "platform/Objects.h"
 #include "support/RaisedError.h"
 #include "support/RecordingDialogs.h"
+#include "support/XmlTexts.h"
 #include "text/zelXML.h"
 
 namespace zelUtilities {
@@ -61,25 +62,25 @@ TEST(XMLValues, AreReadAsTheKindOfTheDefault) {
   EXPECT_EQ(shown(zel_ValueFromChildElement(u"none", u"n", root(), 4)), "Long 4");
 }
 
-template <class Function, class... Arguments>
-void expectRaised(const std::string& error, Function function, const Arguments&... arguments) {
-  EXPECT_EQ(raisedError([&] { function(arguments...); }), error);
-}
-
 TEST(XMLValues, WhatIsMissingOrDoesNotConvertIsRaisedWithItsSources) {
   const Ref<Object> r = root();
   const Variant none = Variant::missing();
-  const std::string missing = "::zelUtilities.XMLFunctions|Missing ";
-  expectRaised("-2147219991|mXML.ValueFromElement" + missing + "Element: x", zel_ValueFromElement, u"x", r,
-               none);
-  expectRaised("-2147219991|mXML.ValueFromAttribute" + missing + "Attribute: x", zel_ValueFromAttribute, u"x",
-               r, none);
-  expectRaised("-2147219991|mXML.ValueFromChildElement" + missing + "Element: p", zel_ValueFromChildElement,
-               u"p", u"c", r, none);
-  expectRaised("-2147219991|mXML.ValueFromChildElement::mXML.ValueFromElement" + missing + "Element: c",
-               zel_ValueFromChildElement, u"in", u"c", r, none);
-  expectRaised("13|mXML.ValueFromElement::|Type mismatch", zel_ValueFromElement, u"n", r, true);
-  expectRaised("91|mXML.ValueFromElement::|Object variable not set", zel_ValueFromElement, u"n", nullptr, 1);
+  const auto missing = [](const std::string& source, const std::string& what) {
+    return "-2147219991|mXML.ValueFrom" + source + "::zelUtilities.XMLFunctions|Missing " + what;
+  };
+  const auto element = [](const Ref<Object>& node, StringView name, const Variant& byDefault) {
+    return raisedError([&] { zel_ValueFromElement(name, node, byDefault); });
+  };
+  EXPECT_EQ(element(r, u"x", none), missing("Element", "Element: x"));
+  EXPECT_EQ(element(r, u"n", true), "13|mXML.ValueFromElement::|Type mismatch");
+  EXPECT_EQ(element(nullptr, u"n", 1), "91|mXML.ValueFromElement::|Object variable not set");
+  EXPECT_EQ(raisedError([&] { zel_ValueFromAttribute(u"x", r, none); }),
+            missing("Attribute", "Attribute: x"));
+  const auto inChild = [&](StringView child) {
+    return raisedError([&] { zel_ValueFromChildElement(child, u"c", r, none); });
+  };
+  EXPECT_EQ(inChild(u"p"), missing("ChildElement", "Element: p"));
+  EXPECT_EQ(inChild(u"in"), missing("ChildElement::mXML.ValueFromElement", "Element: c"));
 }
 
 TEST(XMLDocument, IsLoadedFromAFileAtOnce) {
@@ -144,18 +145,10 @@ TEST(XMLDocument, AMissingParserIsShown) {
 
 // Nothing but the text itself is read, however it is nested, and what it may grow to is bounded.
 TEST(XMLDocument, HostileTextsAreRefusedOrBounded) {
-  String bomb = u"<!DOCTYPE a [<!ENTITY e0 '0123456789'>";
-  for (int level = 1; level < 10; ++level) {
-    const String before = u"&e" + decimalText(level - 1) + u";";
-    bomb += u"<!ENTITY e" + decimalText(level) + u" '";
-    for (int i = 0; i < 10; ++i) bomb += before;
-    bomb += u"'>";
-  }
   files().replaceWhole(u"secret.txt", "secret");
-  String deep;
-  for (int i = 0; i < 1'000'000; ++i) deep.append(u"<a>");
   for (const String& text :
-       {bomb + u"]><a>&e9;</a>", deep, String(u"<!DOCTYPE a [<!ENTITY e SYSTEM 'secret.txt'>]><a>&e;</a>"),
+       {entityBomb() + u"<a>&k;</a>", repeated(u"<a>", 1'000'000),
+        String(u"<!DOCTYPE a [<!ENTITY e SYSTEM 'secret.txt'>]><a>&e;</a>"),
         String(u"<!DOCTYPE a [<!ENTITY % p SYSTEM 'secret.txt'> %p;]><a/>"),
         String(u"<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a>&e;</a>"),
         String(u"<!DOCTYPE a SYSTEM 'secret.txt'><a/>"), u"<a>" + String(1, u'\xD800') + u"</a>"}) {
