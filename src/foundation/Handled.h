@@ -9,7 +9,8 @@
 //     return removed;
 //   }
 //
-// The result is what had been set when the failure came. Nothing is spent while nothing is thrown.
+// The result is what had been set when the failure came. Nothing is spent while nothing is thrown: the source
+// stays the literal that it is, whose length is counted only for a report.
 #pragma once
 
 #include "automation/String.h"
@@ -28,8 +29,8 @@ void logCurrentAndRaise(StringView source);
 [[noreturn]] void raiseChained(StringView source);
 
 // Runs the body; whatever it throws is logged under the source, and the call returns normally.
-template <class Body>
-void handled(StringView source, Body&& body) {
+template <class Source, class Body>
+void handled(const Source& source, Body&& body) {
   try {
     body();
   } catch (...) {
@@ -39,8 +40,8 @@ void handled(StringView source, Body&& body) {
 
 // Runs the body; whatever it throws is logged under the source and raised again as an Error whose source
 // is "<source>::<its own source>". While the setting ConDebug is 2 it returns normally.
-template <class Body>
-void handledAndRaised(StringView source, Body&& body) {
+template <class Source, class Body>
+void handledAndRaised(const Source& source, Body&& body) {
   try {
     body();
   } catch (...) {
@@ -50,8 +51,8 @@ void handledAndRaised(StringView source, Body&& body) {
 
 // For routines of modules: runs the body and gives back its result; whatever it throws is raised again,
 // unlogged, as an Error whose source is "<source>::<its own source>".
-template <class Body>
-decltype(auto) chained(StringView source, Body&& body) {
+template <class Source, class Body>
+decltype(auto) chained(const Source& source, Body&& body) {
   try {
     return body();
   } catch (...) {
