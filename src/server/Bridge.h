@@ -23,8 +23,9 @@ namespace zelUtilities {
 class Bridge final : public ComObject<IDispatch, ISupportErrorInfo, IProvideClassInfo2,
                                       IConnectionPointContainer, OwnObject> {
  public:
-  // The object's bridge, with a reference for the caller. Raises 13 for an object without a description, which
-  // none of the library's is: those that have none are enumerators and foreign objects, and are known as such.
+  // The object's bridge, with a reference for the caller. Raises 13 for an object without a description,
+  // which none of the library's is: those that have none are enumerators and foreign objects, and are known
+  // as such.
   static Bridge* of(Object& object);
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override;

@@ -41,7 +41,8 @@ Ref<ArrayData> appended(const Ref<ArrayData>& target, const Ref<ArrayData>& sour
 
 // A process takes a line that ends at its first NUL, and would be started with half of it.
 void requireCommandLine(StringView line) {
-  if (trimBlanks(line).empty() || line.find(u'\0') != StringView::npos) throw Error(ErrorNumber::InvalidProcedureCall);
+  if (trimBlanks(line).empty() || line.find(u'\0') != StringView::npos)
+    throw Error(ErrorNumber::InvalidProcedureCall);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-
 #include "automation/Conversions.h"
 #include "foundation/ErrorWatch.h"
 #include "platform/Files.h"

@@ -51,7 +51,8 @@ class ForeignEnumerator : public Enumerator {
   IEnumVARIANT* items_;
 };
 
-// The object if it is somebody else's, else nothing. Objects with a description are told by it, which is quick.
+// The object if it is somebody else's, else nothing. Objects with a description are told by it, which is
+// quick.
 inline ForeignObject* foreignObject(Object* object) {
   return object && !object->classInfo() ? dynamic_cast<ForeignObject*>(object) : nullptr;
 }
