@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "automation/Error.h"
+#include "automation/ThreadOwned.h"
 #include "foundation/LibraryVersion.h"
 
 namespace zelUtilities {
@@ -95,8 +96,7 @@ Ref<Object> ClassRegistry::create(StringView programmaticIdentifier) const {
 }
 
 Ref<Object> ClassRegistry::instance(const ClassInfo& functionClass) {
-  thread_local std::map<const ClassInfo*, Ref<Object>> instances;
-  Ref<Object>& kept = instances[&functionClass];
+  Ref<Object>& kept = ThreadOwned<std::map<const ClassInfo*, Ref<Object>>>::value()[&functionClass];
   if (!kept) {
     kept = functionClass.isCreatable() ? functionClass.create()
                                        : Ref<Object>(make<FunctionClass>(functionClass));

@@ -1,6 +1,7 @@
 #include "foundation/bas_Main.h"
 
 #include "automation/Error.h"
+#include "automation/ThreadOwned.h"
 #include "foundation/ClassRegistry.h"
 #include "foundation/Handled.h"
 #include "foundation/zelHandler.h"
@@ -37,11 +38,11 @@ Ref<Object> createNamed(StringView name) {
 }  // namespace
 
 Ref<Object> FSO() {
-  thread_local SharedObject shared;
-  handled(u"bas_Main.FSO", [] {
-    if (!shared.object) shared.object = createObject(u"Scripting.FileSystemObject");
+  Ref<Object>& shared = ThreadOwned<SharedObject>::value().object;
+  handled(u"bas_Main.FSO", [&] {
+    if (!shared) shared = createObject(u"Scripting.FileSystemObject");
   });
-  return shared.object;
+  return shared;
 }
 
 Ref<Object> CreateNamedObject(StringView name, StringView title) {

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "automation/Conversions.h"
+#include "automation/ThreadOwned.h"
 #include "foundation/ErrorWatch.h"
 #include "foundation/Handled.h"
 #include "foundation/LibraryVersion.h"
@@ -24,18 +25,18 @@ constexpr std::size_t shownMoreInfo = 750;              // characters
 struct ThreadLog : State {
   bool callingLogger = false;
 };
-thread_local ThreadLog threadLog;
+ThreadLog& threadLog() { return ThreadOwned<ThreadLog>::value(); }
 
 ThreadLog& initializedLog() {
-  if (!threadLog.Initialized) InitConditional();
-  return threadLog;
+  if (!threadLog().Initialized) InitConditional();
+  return threadLog();
 }
 
 // While this lives the thread is in the hands of a logger, which must not be asked to report on itself.
 class LoggerCall {
  public:
-  LoggerCall() { threadLog.callingLogger = true; }
-  ~LoggerCall() { threadLog.callingLogger = false; }
+  LoggerCall() { threadLog().callingLogger = true; }
+  ~LoggerCall() { threadLog().callingLogger = false; }
   LoggerCall(const LoggerCall&) = delete;
   LoggerCall& operator=(const LoggerCall&) = delete;
 };
@@ -70,7 +71,7 @@ void reportLoggerFailure(StringView source) noexcept {
     const Error error = currentError();
     const ErrorReport report{source, error.number(), error.source(), error.description(), {}};
     ErrorWatch::tell(report);
-    if (threadLog.ConDebug != 0) showBox(report);
+    if (threadLog().ConDebug != 0) showBox(report);
   } catch (...) {  // no memory left for the error
   }
 }
@@ -78,7 +79,7 @@ void reportLoggerFailure(StringView source) noexcept {
 // Runs the body with the logger, if there is one, unless this thread is within a logger already.
 template <class Body>
 void withLogger(StringView source, const Body& body) noexcept {
-  if (threadLog.callingLogger) return;
+  if (threadLog().callingLogger) return;
   const LoggerCall call;
   try {
     if (const Ref<Object> logger = GetErrorLogger()) body(*logger);
@@ -105,20 +106,20 @@ std::int32_t setting(StringView name) {
 }
 
 void putCount(StringView className, std::int32_t count) {
-  threadLog.TrackedCounts->Remove(className);
-  threadLog.TrackedCounts->Add(count, className);
+  threadLog().TrackedCounts->Remove(className);
+  threadLog().TrackedCounts->Add(count, className);
 }
 
 std::int32_t countOf(StringView className) {
-  if (!threadLog.TrackedCounts) throw Error(ErrorNumber::ObjectNotSet);
-  return toLong(threadLog.TrackedCounts->Item(className));
+  if (!threadLog().TrackedCounts) throw Error(ErrorNumber::ObjectNotSet);
+  return toLong(threadLog().TrackedCounts->Item(className));
 }
 
 void startTracking(StringView className) {
-  if (threadLog.TrackedNames) return;
+  if (threadLog().TrackedNames) return;
   TraceLog(className, u"********************", u"First call to tracked object", false);
-  threadLog.TrackedCounts = make<Collection>();
-  threadLog.TrackedNames = make<Collection>();
+  threadLog().TrackedCounts = make<Collection>();
+  threadLog().TrackedNames = make<Collection>();
 }
 
 }  // namespace
@@ -145,16 +146,16 @@ void AddToErrorLog(StringView procedureSource, std::int32_t number, StringView e
 }
 
 void InitConditional() {
-  if (threadLog.Initialized) return;
+  if (threadLog().Initialized) return;
   // Set first: what fails below is reported through this very log, with the settings read so far.
-  threadLog.Initialized = true;
+  threadLog().Initialized = true;
   const auto read = [](StringView name, std::int32_t& value) {
     value = 0;
     handled(u"mLog.InitConditional", [&] { value = setting(name); });
   };
-  read(u"ConDebug", threadLog.ConDebug);
-  read(u"ConTrace", threadLog.ConTrace);
-  read(u"ConTrack", threadLog.ConTrack);
+  read(u"ConDebug", threadLog().ConDebug);
+  read(u"ConTrace", threadLog().ConTrace);
+  read(u"ConTrack", threadLog().ConTrack);
 }
 
 Ref<Object> GetErrorLogger() {
@@ -183,8 +184,8 @@ void TrackerIncr(StringView className) {
   handled(u"mLog.TrackerIncr", [&] {
     if (initializedLog().ConTrack == 0) return;
     startTracking(className);
-    if (threadLog.TrackedNames->tryAdd(className, className)) {
-      threadLog.TrackedCounts->Add(std::int32_t{1}, className);
+    if (threadLog().TrackedNames->tryAdd(className, className)) {
+      threadLog().TrackedCounts->Add(std::int32_t{1}, className);
     } else {
       putCount(className, checkedLong(std::int64_t{countOf(className)} + 1));
     }
@@ -202,9 +203,9 @@ String GetLibraryVersion() {
   return decimalText(versionMajor) + u"." + decimalText(versionMinor) + u"." + decimalText(versionRevision);
 }
 
-const State& threadState() { return threadLog; }
+const State& threadState() { return threadLog(); }
 
-void resetThreadState() { threadLog = {}; }
+void resetThreadState() { threadLog() = {}; }
 
 }  // namespace zelUtilities::mLog
 
