@@ -56,15 +56,15 @@ Ref<XmlNode> XmlNodeChain::item(std::int32_t index) const {
   return owner().objectOf(place_);
 }
 
-std::int32_t XmlAttributes::length() const {
+std::int32_t XmlAttributeMap::length() const {
   std::int32_t count = 0;
   for (const xmlNode* attribute = first(); attribute; attribute = attribute->next) ++count;
   return count;
 }
 
-xmlNode* XmlAttributes::first() const { return reinterpret_cast<xmlNode*>(owner().node()->properties); }
+xmlNode* XmlAttributeMap::first() const { return reinterpret_cast<xmlNode*>(owner().node()->properties); }
 
-Ref<XmlNode> XmlAttributes::getNamedItem(const String& name) const {
+Ref<XmlNode> XmlAttributeMap::getNamedItem(const String& name) const {
   return owner().objectOf(attributeOf(owner().node(), toUtf8(name)));
 }
 
@@ -73,10 +73,10 @@ const ClassInfo& XmlNodeList::describeClass() {
   return info;
 }
 
-const ClassInfo& XmlAttributes::describeClass() {
+const ClassInfo& XmlAttributeMap::describeClass() {
   static const ClassInfo info =
-      describeList<XmlAttributes>("IXMLDOMNamedNodeMap", "An element's attributes.")
-          .method("getNamedItem", &XmlAttributes::getNamedItem, {"name"}, "The attribute, or nothing.");
+      describeList<XmlAttributeMap>("IXMLDOMNamedNodeMap", "An element's attributes.")
+          .method("getNamedItem", &XmlAttributeMap::getNamedItem, {"name"}, "The attribute, or nothing.");
   return info;
 }
 

@@ -57,7 +57,7 @@ class XmlChildNodes : public XmlNodeChain {
   _xmlNode* first() const override { return firstChildOf(owner().node()); }
 };
 
-class XmlAttributes : public XmlNodeChain {
+class XmlAttributeMap : public XmlNodeChain {
  public:
   using XmlNodeChain::XmlNodeChain;
   static const ClassInfo& describeClass();

@@ -234,7 +234,7 @@ Ref<XmlNodeList> XmlNode::childNodes() { return make<XmlChildNodes>(Ref<XmlNode>
 
 Ref<XmlNodeList> XmlNode::attributes() {
   if (node_->type != XML_ELEMENT_NODE) return {};
-  return make<XmlAttributes>(Ref<XmlNode>(this));
+  return make<XmlAttributeMap>(Ref<XmlNode>(this));
 }
 
 std::int32_t XmlNode::childCount() const {
