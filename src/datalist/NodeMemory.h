@@ -4,10 +4,9 @@
 //   memory.free(block, bytes);
 //
 // The first nodes of a list come from the heap, one by one. A list that has many takes them from chunks,
-// which lie on large pages where the system has them: most of the time of making a million nodes would
-// otherwise go into first touches of small pages. A freed block serves the next node of its size; a chunk
-// goes back to the system with the last of its blocks, so that a node which a client holds on to keeps no
-// more than one chunk of an old list.
+// which cost no bookkeeping a node. A freed block serves the next node of its size; a chunk goes back to the
+// system with the last of its blocks, so that a node which a client holds on to keeps no more than one chunk
+// of an old list.
 #pragma once
 
 #include <cstddef>

@@ -4,8 +4,8 @@
 //   memory.resize(1 << 20);
 //   char* bytes = static_cast<char*>(memory.data());      // until the next resize
 //
-// A large buffer grows without being copied where the system can move its pages, and lies on large
-// pages where the system has them, since first touches of small ones cost more than filling them.
+// A large buffer grows without being copied where the system can move its pages. Whether they are large ones
+// is left to the system: asking for them made a first touch many times dearer on virtual machines.
 // Memory that was never written costs address space only.
 #pragma once
 

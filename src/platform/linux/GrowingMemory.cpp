@@ -57,7 +57,6 @@ bool GrowingMemory::grow(std::size_t bytes) noexcept {
                 : isMapped(bytes) ? moveFromHeap(data_, size_, bytes)
                                   : std::realloc(data_, bytes);
   if (!grown) return false;
-  if (isMapped(bytes)) madvise(grown, bytes, MADV_HUGEPAGE);  // a wish; without it small pages serve
   data_ = grown;
   size_ = bytes;
   return true;
