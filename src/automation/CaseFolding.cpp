@@ -99,6 +99,7 @@ bool equalFolded(StringView left, StringView right) {
 int compareFolded(StringView left, StringView right) {
   const std::size_t common = std::min(left.size(), right.size());
   for (std::size_t at = 0; at < common; ++at) {
+    if (left[at] == right[at]) continue;
     const int difference = foldCase(left[at]) - foldCase(right[at]);
     if (difference != 0) return difference;
   }

@@ -1,5 +1,6 @@
 #include "automation/String.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
@@ -57,9 +58,11 @@ void appendUtf8(std::string& out, char32_t code) {
 }  // namespace
 
 String fromUtf8(std::string_view utf8) {
-  String out;
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  auto at = static_cast<std::size_t>(std::find_if_not(utf8.begin(), utf8.end(), isAscii) - utf8.begin());
+  String out(utf8.begin(), utf8.begin() + at);
   out.reserve(utf8.size());
-  for (std::size_t at = 0; at < utf8.size();) {
+  while (at < utf8.size()) {
     const char32_t code = decodeUtf8(utf8, at);
     if (code < 0x10000) {
       out.push_back(static_cast<char16_t>(code));
