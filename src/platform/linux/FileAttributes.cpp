@@ -1,12 +1,15 @@
 #include "platform/linux/FileAttributes.h"
 
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 #include <vector>
 
 #include "platform/Files.h"
@@ -31,6 +34,19 @@ std::uint32_t storedAttributes(const std::string& path, std::uint32_t otherwise)
   const ssize_t size = getxattr(path.c_str(), dosAttributes, text, sizeof text - 1);
   if (size < 2 || text[0] != '0' || text[1] != 'x') return otherwise;
   return static_cast<std::uint32_t>(std::strtoul(text, nullptr, 16)) & (storedBits | FileAttribute::ReadOnly);
+}
+
+// The names of an entry's extended attributes; a failure where there are too many for the room. By the open
+// folder the path need not be walked again, which Linux can since 6.13 and the C library cannot yet.
+ssize_t listAttributes(const std::string& path, int folder, const char* name, char* names, std::size_t room) {
+  constexpr long listxattrat = 465;
+  static std::atomic<bool> isKnown = true;
+  if (isKnown) {
+    const long size = syscall(listxattrat, folder, name, 0, names, room);
+    if (size >= 0 || (errno != ENOSYS && errno != EPERM)) return size;
+    isKnown = false;
+  }
+  return listxattr(path.c_str(), names, room);
 }
 
 void storeAttributes(const std::string& path, std::uint32_t bits, std::uint32_t usual) {
@@ -62,6 +78,16 @@ std::uint32_t attributesFrom(const std::string& path, const struct stat& status)
 std::uint32_t fileAttributes(const std::string& path) { return attributesFrom(path, statusOf(path)); }
 
 std::uint32_t keptAttributes(const std::string& path) { return storedAttributes(path, 0) & storedBits; }
+
+std::uint32_t keptAttributes(const std::string& path, int folder, const char* name) {
+  // To list the names costs less than to ask for one of them.
+  char names[256];
+  const ssize_t size = listAttributes(path, folder, name, names, sizeof names);
+  if (size >= 0 &&
+      std::string_view(names, static_cast<std::size_t>(size)).find(dosAttributes) == std::string_view::npos)
+    return 0;
+  return keptAttributes(path);
+}
 
 void setFileAttributes(const std::string& path, std::uint32_t attributes) {
   const struct stat status = statusOf(path);

@@ -13,6 +13,8 @@ void setFileAttributes(const std::string& path, std::uint32_t attributes);
 
 // Those that are kept beside the file or folder alone: hidden, system, archive.
 std::uint32_t keptAttributes(const std::string& path);
+// The same of an entry of an open folder, asked for in a listing: the usual answer, none, is found sooner.
+std::uint32_t keptAttributes(const std::string& path, int folder, const char* name);
 
 // Read-only for its owner, and so for everybody: the mode counts, since a superuser may write to anything.
 bool isReadOnly(const std::string& path);

@@ -97,11 +97,12 @@ void reserve(FileDescriptor& file, std::uint64_t length) {
   raiseFileError(code);
 }
 
-// Whether an entry that is there belongs to what is asked for.
-bool isSeen(const std::string& path, bool isFolder, std::uint32_t asked) {
+// Whether an entry that is there belongs to what is asked for; its attributes are looked up if they matter.
+template <class Attributes>
+bool isSeen(bool isFolder, std::uint32_t asked, Attributes attributes) {
   if (isFolder && (asked & FileAttribute::Folder) == 0) return false;
-  constexpr std::uint32_t unseenUnlessAsked = FileAttribute::Hidden | FileAttribute::System;
-  return (unseenUnlessAsked & ~asked) == 0 || (keptAttributes(path) & unseenUnlessAsked & ~asked) == 0;
+  const std::uint32_t unseen = (FileAttribute::Hidden | FileAttribute::System) & ~asked;
+  return unseen == 0 || (attributes() & unseen) == 0;
 }
 
 bool isLink(const std::string& path) {
@@ -125,6 +126,9 @@ void eachIn(std::string folder, StringView pattern, std::uint32_t asked, Wanted 
   if (!entries) return;
   if (folder.back() != '/') folder += '/';
   std::string path;
+  const auto attributes = [&] {
+    return keptAttributes(path, dirfd(entries.get()), path.c_str() + folder.size());
+  };
   while (const dirent* entry = readdir(entries.get())) {
     const std::string_view spelled(entry->d_name);
     if (spelled == "." || spelled == "..") continue;
@@ -133,7 +137,7 @@ void eachIn(std::string folder, StringView pattern, std::uint32_t asked, Wanted 
     path = folder;
     path += spelled;
     const Kind kind = kindOf(*entry, path);
-    if (kind != Kind::Nothing && isSeen(path, kind == Kind::Folder, asked))
+    if (kind != Kind::Nothing && isSeen(kind == Kind::Folder, asked, attributes))
       receive(FileEntry{std::move(name), kind == Kind::Folder, isLink(*entry, path)});
   }
 }
@@ -148,7 +152,7 @@ void eachFound(StringView pattern, std::uint32_t asked, Wanted isWanted, Receive
     return eachIn(folder.empty() ? "." : nativePath(folder), name, asked, isWanted, receive);
   const std::string path = nativePath(pattern);
   const Kind kind = kindOf(path);
-  if (kind != Kind::Nothing && isSeen(path, kind == Kind::Folder, asked))
+  if (kind != Kind::Nothing && isSeen(kind == Kind::Folder, asked, [&] { return keptAttributes(path); }))
     receive(FileEntry{fromUtf8(nameIn(path)), kind == Kind::Folder, isLink(path)});
 }
 
