@@ -16,6 +16,8 @@ StringView errorText(std::int32_t number) {
       return u"Out of memory";
     case ErrorNumber::SubscriptOutOfRange:
       return u"Subscript out of range";
+    case ErrorNumber::ArrayIsFixed:
+      return u"This array is fixed or temporarily locked";
     case ErrorNumber::DivisionByZero:
       return u"Division by zero";
     case ErrorNumber::TypeMismatch:

@@ -74,18 +74,23 @@ void CallArguments::take(std::size_t position, VARIANT& passed) {
   for (int steps = 0; steps < 2 && value->vt == (VT_BYREF | VT_VARIANT); ++steps) value = value->pvarVal;
   const TypeInfo& wanted =
       position < member_.parameters.size() ? member_.parameters[position].type : member_.result;
-  values_[position] = fromSystem(*value);
-  if (values_[position].isObject()) values_[position] = scriptValue(std::move(values_[position]), wanted);
+  Variant& taken = values_[position];
+  taken = fromSystem(*value);
+  const bool isConverted = isScriptArray(taken, wanted);
+  if (isConverted || taken.isObject()) taken = scriptValue(std::move(taken), wanted);
 
   if ((passed.vt & VT_BYREF) == 0 || !wanted.byReference) return;
   origins_.resize(values_.size());
-  origins_[position] = {&passed, values_[position]};
+  origins_[position] = {&passed, taken, isConverted};
 }
 
 void CallArguments::writeBack() {
-  for (std::size_t i = 0; i < origins_.size(); ++i)
-    if (origins_[i].passed && !isSame(origins_[i].before, values_[i]))
-      storeReference(*origins_[i].passed, values_[i]);
+  for (std::size_t i = 0; i < origins_.size(); ++i) {
+    const Origin& origin = origins_[i];
+    if (!origin.passed || isSame(origin.before, values_[i])) continue;
+    if (origin.isScriptArray) values_[i] = withElements(values_[i].array(), VariantKind::Variant);
+    storeReference(*origin.passed, values_[i]);
+  }
 }
 
 }  // namespace zelUtilities

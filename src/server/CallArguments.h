@@ -28,7 +28,8 @@ class CallArguments {
  private:
   struct Origin {
     VARIANT* passed = nullptr;
-    Variant before;  // only of references
+    Variant before;              // only of references
+    bool isScriptArray = false;  // converted for the call
   };
   static constexpr std::size_t usual = 8;
 

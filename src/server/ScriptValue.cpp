@@ -42,15 +42,24 @@ Variant arrayIn(ForeignObject& object, VariantKind elementKind) {
     Variant element = object.knows(name) ? object.Invoke(name, InvokeKind::Get, {}) : Variant();
     elements.push_back(scriptValue(std::move(element), {VariantKind::Variant}));
   }
-  if (elementKind == VariantKind::Variant) return ArrayData::ofVariants(std::move(elements));
-  Ref<ArrayData> typed = ArrayData::create(elementKind, {{0, static_cast<std::uint32_t>(elements.size())}});
-  for (std::size_t i = 0; i < elements.size(); ++i) typed->set(i, convertTo(elements[i], elementKind));
-  return typed;
+  return withElements(*ArrayData::ofVariants(std::move(elements)), elementKind);
 }
 
 }  // namespace
 
+Ref<ArrayData> withElements(const ArrayData& array, VariantKind kind) {
+  Ref<ArrayData> converted = ArrayData::create(kind, array.bounds());
+  for (std::size_t i = 0; i < array.size(); ++i) converted->set(i, convertTo(array.at(i), kind));
+  return converted;
+}
+
+bool isScriptArray(const Variant& given, const TypeInfo& wanted) {
+  return wanted.array && wanted.kind != VariantKind::Variant && given.isArray() &&
+         given.array().elementKind() == VariantKind::Variant;
+}
+
 Variant scriptValue(Variant given, const TypeInfo& wanted) {
+  if (isScriptArray(given, wanted)) return withElements(given.array(), wanted.kind);
   if (!given.isObject() || wanted.kind == VariantKind::Object) return given;
   const Ref<ForeignObject> object = foreignObject(given.object());
   if (!object) return given;

@@ -51,11 +51,14 @@ void exchange(void* place, void* content, std::size_t size) {
   std::memcpy(content, kept, size);
 }
 
-// An array whose memory is the client's own keeps it; any other is replaced.
+// An array whose memory is the client's own keeps it and its bounds; any other is replaced.
 void storeArray(SAFEARRAY** place, OwnedVariant& value) {
   constexpr USHORT inPlace = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
-  if (*place && ((*place)->fFeatures & inPlace) != 0)
-    return requireSuccess(SafeArrayCopyData(value.parray, *place));
+  if (*place && ((*place)->fFeatures & inPlace || (*place)->cLocks > 0)) {
+    const HRESULT copied = SafeArrayCopyData(value.parray, *place);
+    if (copied == E_INVALIDARG) throw Error(ErrorNumber::ArrayIsFixed);
+    return requireSuccess(copied);
+  }
   exchange(place, &value.parray, sizeof(SAFEARRAY*));
 }
 

@@ -1,6 +1,6 @@
 ' Calls of every kind, as a VBScript client writes them.
 Option Explicit
-Dim list, node, other, item, keys, xml, cat, at, pair
+Dim list, node, other, item, keys, xml, cat, at, pair, misc, numbers, bytes(3)
 
 Set list = CreateObject("zelUtilities.zelNodeList")
 list.CreateColumn "A", "First"
@@ -60,4 +60,18 @@ cat.Concatenate "a"
 cat.Concatenate "b"
 Equal cat.Complete(), "a,b", "another class"
 Equal cat.length, 3, "a read-only property"
+
+Set misc = CreateObject("zelUtilities.zelMisc")
+numbers = Array(1, "2.5")
+misc.zel_AppendArray numbers, Array(Empty, CCur(3)), 2
+Equal numbers(0) & " " & numbers(1) & " " & numbers(2) & " " & numbers(3), "1 2.5 0 6", "an array for doubles"
+bytes(0) = True
+bytes(2) = "255"
+Equal CreateObject("zelUtilities.zelConversions").zel_MotorolaBytesToLong(bytes), -16711936, "an array for bytes"
+On Error Resume Next
+misc.zel_AppendArray numbers, Array("x")
+Equal Err.Number & " " & numbers(3), "13 6", "an element that is no double"
+Err.Clear
+misc.zel_AppendArray bytes, numbers
+Equal Err.Number & " " & bytes(2), "10 255", "an array that cannot grow"
 Finished
