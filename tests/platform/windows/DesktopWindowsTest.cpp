@@ -52,8 +52,10 @@ TEST(DesktopOnWindows, StyleAndStackingAreThoseOfRealWindowsOnTheScreensThereAre
 TEST(DesktopOnWindows, AnObjectTellsItsClassByItsTypeInformation) {
   CoInitialize(nullptr);
   EXPECT_EQ(className(*createObject(u"Scripting.Dictionary")), u"Dictionary");
-  ProbeDispatch untold([](const ProbeDispatch::Call&) { return E_NOTIMPL; });
-  EXPECT_EQ(className(*make<ForeignObject>(&untold)), u"Object");
+  ProbeDispatch probe([](const ProbeDispatch::Call&) { return E_NOTIMPL; });
+  EXPECT_EQ(className(*make<ForeignObject>(&probe)), u"Object");
+  EXPECT_EQ(className(*make<ForeignObject>(&probe.called(L"_TextBox"))), u"TextBox");
+  EXPECT_EQ(className(*make<ForeignObject>(&probe.called(L"IElement"))), u"IElement");
   CoUninitialize();
 }
 

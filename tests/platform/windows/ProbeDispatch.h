@@ -39,6 +39,11 @@ class ProbeDispatch : public IDispatch {
   virtual ~ProbeDispatch() = default;
 
   long references() const { return references_; }
+  // From now on it has type information, by which its interface is called so.
+  ProbeDispatch& called(const std::wstring& interfaceName) {
+    interfaceName_ = interfaceName;
+    return *this;
+  }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     const bool known = id == IID_IUnknown || id == IID_IDispatch;
@@ -52,7 +57,17 @@ class ProbeDispatch : public IDispatch {
     *count = 0;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** type) override {
+    if (interfaceName_.empty()) return E_NOTIMPL;
+    ICreateTypeLib2* library = nullptr;
+    ICreateTypeInfo* made = nullptr;
+    CreateTypeLib2(SYS_WIN32, L"probe.tlb", &library);
+    library->CreateTypeInfo(interfaceName_.data(), TKIND_DISPATCH, &made);
+    const HRESULT result = made->QueryInterface(IID_ITypeInfo, reinterpret_cast<void**>(type));
+    made->Release();
+    library->Release();
+    return result;
+  }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
     auto found = std::find_if(names_.begin(), names_.end(), [&](const std::wstring& name) {
       return CompareStringW(LOCALE_INVARIANT, NORM_IGNORECASE, name.c_str(), -1, names[0], -1) == CSTR_EQUAL;
@@ -73,6 +88,7 @@ class ProbeDispatch : public IDispatch {
   Answer answer_;
   std::vector<std::wstring> names_;
   bool isOpen_;
+  std::wstring interfaceName_;
   long references_ = 1;
 };
 
