@@ -18,7 +18,8 @@ TEST_P(ScriptClient, FindsWhatItExpects) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptClient,
-                         testing::Values(L"calls.vbs", L"errors.vbs", L"events.vbs", L"calls.js"),
+                         testing::Values(L"calls.vbs", L"errors.vbs", L"events.vbs", L"calls.js",
+                                         L"translate.js"),
                          [](const auto& script) {
                            std::string name = utf8(script.param);
                            name[name.find('.')] = '_';

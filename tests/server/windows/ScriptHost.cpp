@@ -78,6 +78,26 @@ class ScriptSink {
   ProbeDispatch sink_;
 };
 
+// The face of a script's object that tells of a type; lives for as long as the script holds it.
+class TypedFace final : public ProbeDispatch {
+ public:
+  explicit TypedFace(ComRef<IDispatch> object)
+      : ProbeDispatch([object](const Call& call) {
+          std::wstring name = call.name;
+          LPOLESTR units = name.data();
+          DISPID id = 0;
+          const HRESULT code = object->GetIDsOfNames(IID_NULL, &units, 1, LOCALE_USER_DEFAULT, &id);
+          if (code < 0) return code;
+          return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, call.flags, call.parameters, call.result,
+                                call.exception, nullptr);
+        }) {}
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = ProbeDispatch::Release();
+    if (left == 0) delete this;
+    return left;
+  }
+};
+
 // What the script calls.
 class Tools {
  public:
@@ -89,7 +109,7 @@ class Tools {
                        for (UINT i = 0; i < values.size(); ++i) VariantCopyInd(&values[i], &call.argument(i));
                        return answer(call.id, values, call.result);
                      },
-                     {L"Equal", L"Watch", L"Unwatch", L"Finished", L"NewObject"}};
+                     {L"Equal", L"Watch", L"Unwatch", L"Finished", L"NewObject", L"Typed"}};
   std::deque<ScriptSink> sinks;  // kept to the end: one may leave while it is being called
 
  private:
@@ -115,6 +135,9 @@ class Tools {
       CLSIDFromProgID(values[0].bstrVal, &classId);
       return CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                               reinterpret_cast<void**>(&result->pdispVal));
+    } else if (id == 6 && values.size() == 2 && result) {
+      result->vt = VT_DISPATCH;
+      result->pdispVal = &(new TypedFace(query<IDispatch>(values[0].pdispVal)))->called(values[1].bstrVal);
     } else {
       return DISP_E_BADPARAMCOUNT;
     }

@@ -5,6 +5,7 @@
 //   Watch(object, prefix)            calls <prefix>_<Event> of the script at each event; returns a number
 //   Unwatch number                   ends that
 //   NewObject(name)                  creates as CreateObject does, which keeps a class factory under Wine
+//   Typed(object, name)              the object with type information that calls its interface so
 //   Finished                         the last line: without it the script counts as broken off
 #pragma once
 
