@@ -104,7 +104,7 @@ class KeyIndex {
     for (const Entry& entry : entries_)
       if (entry.hash != 0) place(larger, entry);
     entries_.swap(larger);
-    limit_ = capacity - capacity / 4;
+    limit_ = capacity - capacity / 4 - 1;  // a free entry ends every search
   }
 
   // Moves later entries of the run back, so that no lookup stops too early.

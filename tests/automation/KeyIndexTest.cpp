@@ -25,7 +25,11 @@ TEST(KeyIndex, FindsWhatIsThereThroughRandomChangesAndCollisions) {
   std::mt19937 random(4711);
   for (int step = 0; step < 4000; ++step) {
     Element& element = elements[random() % elements.size()];
-    if (step % 1500 == 1499) index.clear(), model.clear();
+    if (step % 1500 == 1499) {
+      index.clear();
+      model.clear();
+      index.reserve(static_cast<std::size_t>(step / 1500) + 1);  // for 1, then for 2
+    }
     const bool growing = step % 1000 < 500;
     if (model.count(element.key) == 0) {
       if (!growing && random() % 4 != 0) continue;
