@@ -1,16 +1,21 @@
 // The INI operations of zelNodeList.
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "datalist/zelNodeList.h"
 #include "files/mFiles.h"
 #include "foundation/Handled.h"
+#include "platform/Files.h"
 #include "platform/Locale.h"
 #include "text/zelStringCat.h"
 
@@ -59,15 +64,17 @@ void writeEntry(zelStringCat& out, const zelNode& entry) {
   out.ConcatenateCRLF(AsText(dataOf(entry).Value()));
 }
 
-// The position of a unit from the given one on, or npos. Looks at four units at once: finding the ends of
+// The position of a unit from the given one on, or npos. Looks at eight units at once: finding the ends of
 // lines and names one unit at a time would take a good part of loading a file.
 std::size_t findUnit(StringView text, char16_t unit, std::size_t at = 0) {
-  constexpr std::uint64_t lanes = 0x0001000100010001ULL;
-  for (; at + 4 <= text.size(); at += 4) {
-    std::uint64_t four;
-    std::memcpy(&four, text.data() + at, sizeof four);
-    four ^= lanes * unit;
-    if (((four - lanes) & ~four & (lanes * 0x8000)) != 0) break;
+  using Eight [[gnu::vector_size(16)]] = std::uint16_t;
+  const Eight wanted = Eight{} + unit;
+  for (; at + 8 <= text.size(); at += 8) {
+    Eight units;
+    std::memcpy(&units, text.data() + at, sizeof units);
+    const auto found = std::bit_cast<std::array<std::uint64_t, 2>>(units == wanted);
+    if (found[0] != 0) return at + static_cast<std::size_t>(std::countr_zero(found[0])) / 16;
+    if (found[1] != 0) return at + 4 + static_cast<std::size_t>(std::countr_zero(found[1])) / 16;
   }
   while (at < text.size() && text[at] != unit) ++at;
   return at < text.size() ? at : StringView::npos;
@@ -106,37 +113,68 @@ Entry entryOf(StringView trimmedLine) {
   return {trimBlanks(name), name, trimmedLine.substr(equals + 1)};
 }
 
-// How many lines to make room for; fewer than there are where they are very short, since such lines may
-// well repeat each other.
-std::size_t expectedLines(std::string_view bytes) {
-  constexpr std::size_t shortLine = 12;  // bytes
-  std::size_t lines = 1;
-  for (std::size_t at = 0; (at = bytes.find('\n', at)) != std::string_view::npos; ++at) ++lines;
-  return std::min(lines, bytes.size() / shortLine);
-}
+// The lines of a file, some ten thousand bytes at a time, so that a large file is never in memory as a whole.
+class LinePieces {
+ public:
+  explicit LinePieces(FileReader& file) : file_(file), buffer_(32 * 1024) {}
 
-// Takes whole lines off the front, some ten thousand bytes of them. A line's end is the same two bytes in
-// every code page.
-std::string_view takeLines(std::string_view& bytes) {
-  constexpr std::size_t enough = 32 * 1024;
-  const std::size_t end = bytes.size() > enough ? bytes.find("\r\n", enough) : std::string_view::npos;
-  const std::string_view taken = bytes.substr(0, end == std::string_view::npos ? end : end + lineEnd.size());
-  bytes.remove_prefix(taken.size());
-  return taken;
+  // Whole lines, up to the end of the file; empty after that. A line's end is the same two bytes in every
+  // code page.
+  std::string_view next() {
+    held_ -= given_;
+    std::memmove(buffer_.data(), buffer_.data() + given_, held_);
+    given_ = 0;
+    std::size_t searched = 0;
+    do {
+      if (held_ == buffer_.size()) buffer_.resize(2 * held_);
+      const std::span<char> room = std::span(buffer_).subspan(held_);
+      const std::size_t count = file_.read(room);
+      held_ += count;
+      given_ = count < room.size() ? held_ : endOfLines(searched);
+      searched = held_ - 1;  // a line's end may lie half in this piece
+    } while (given_ == 0 && held_ == buffer_.size());
+    return {buffer_.data(), given_};
+  }
+
+ private:
+  // Behind the last whole line, or 0.
+  std::size_t endOfLines(std::size_t from) const {
+    const std::size_t end = std::string_view(&buffer_[from], held_ - from).rfind("\r\n");
+    return end == std::string_view::npos ? 0 : from + end + lineEnd.size();
+  }
+
+  FileReader& file_;
+  std::vector<char> buffer_;
+  std::size_t held_ = 0;
+  std::size_t given_ = 0;  // of them, from the front
+};
+
+// How many lines a file probably has, by those in its first piece and a few more; fewer where they are very
+// short, since such lines may well repeat each other.
+std::size_t expectedLines(std::string_view piece, std::uint64_t fileLength) {
+  constexpr std::uint64_t shortLine = 12;  // bytes
+  const auto lines = static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n')) + 1;
+  const std::uint64_t expected = fileLength / piece.size() * lines;
+  return static_cast<std::size_t>(std::min(expected + expected / 16 + lines, fileLength / shortLine));
 }
 
 }  // namespace
 
-// Makes the nodes of INI lines. The text is converted piece by piece, so that a large file's is never in
-// memory as a whole. And each line waits until the next one's key is known and its index entry on the way
-// from memory, which takes as long as making a node.
+// Makes the nodes of INI lines, a few lines at a time, so that their index entries are on the way from memory
+// together; each takes as long as making a node.
 class zelNodeList::IniReader {
  public:
   explicit IniReader(zelNodeList& list) : list_(list) {}
 
-  void read(std::string_view bytes) {
+  // False for an empty file, of which nothing is made.
+  bool read(FileReader& file) {
+    LinePieces pieces(file);
+    std::string_view piece = pieces.next();
+    if (piece.empty()) return false;
+    list_.allNodes_.reserve(expectedLines(piece, file.length()));
     list_.createNode({{}, defaultSection, u"[Default]"});
-    while (!bytes.empty()) readLines(widen(takeLines(bytes)));
+    for (; !piece.empty(); piece = pieces.next()) readLines(widen(piece));
+    return true;
   }
 
  private:
@@ -165,27 +203,37 @@ class zelNodeList::IniReader {
   }
 
   void add(const Entry& entry) {
-    Line& line = waiting_ == &lines_[0] ? lines_[1] : lines_[0];
+    Line& line = lines_[waiting_++];
     line.key.assign(section_).append(entry.keyPart);
     line.hash = foldedHash(line.key);
     line.text = entry.text;
     line.data = entry.data;
     list_.allNodes_.prefetch(line.hash);
-    createWaiting();
-    waiting_ = &line;
+    if (waiting_ == lines_.size()) createWaiting();
   }
 
   void createWaiting() {
-    if (!waiting_) return;
-    const Line& line = *std::exchange(waiting_, nullptr);
-    const Ref<zelNode> node = list_.createNode({section_, line.key, line.text}, line.hash);
-    dataOf(*node).setValue(line.data);
+    for (const Line& line : std::span(lines_).first(std::exchange(waiting_, 0))) {
+      const Ref<zelNode> node = list_.createNode({section_, line.key, line.text}, line.hash);
+      dataCell(*node).setValue(line.data);
+    }
+  }
+
+  // Its place is looked up again only where a listener has given the list other columns.
+  zelCell& dataCell(const zelNode& node) {
+    if (&node.layout() != layout_.get()) {
+      layout_ = Ref<const CellLayout>(&node.layout());
+      dataPosition_ = node.positionOf(dataOf(node));
+    }
+    return node.cell(dataPosition_);
   }
 
   zelNodeList& list_;
+  Ref<const CellLayout> layout_;
+  std::uint32_t dataPosition_ = 0;
   String section_{defaultSection};
-  std::array<Line, 2> lines_;
-  const Line* waiting_ = nullptr;
+  std::array<Line, 16> lines_;
+  std::size_t waiting_ = 0;
   long long blankLines_ = 0;
 };
 
@@ -204,11 +252,14 @@ bool zelNodeList::LoadFromINI(const String& sFilename) {
   bool loaded = false;
   handled(u"zelNodeList.LoadFromINI", [&] {
     InitializeAsINI();
-    const std::string bytes = mFiles::readBytes(sFilename, ZEL_ErrorMode_None);
-    if (bytes.empty()) return;
-    allNodes_.reserve(expectedLines(bytes) + 1);
-    IniReader(*this).read(bytes);
-    loaded = true;
+    const std::unique_ptr<FileReader> file = mFiles::openVisible(sFilename);
+    if (!file) return;
+    try {
+      loaded = IniReader(*this).read(*file);
+    } catch (...) {
+      Clear();  // half a file is none
+      throw;
+    }
   });
   return loaded;
 }

@@ -117,10 +117,12 @@ String GetFileContentsAsString(StringView sFilename, ZEL_ErrorModes eErrMode) {
   return text;
 }
 
-std::string readBytes(StringView sFilename, ZEL_ErrorModes eErrMode) {
-  std::string bytes;
-  reported(readBox, sFilename, eErrMode, [&] { bytes = readVisible(sFilename); });
-  return bytes;
+std::unique_ptr<FileReader> openVisible(StringView sFilename) {
+  std::unique_ptr<FileReader> opened;
+  reported(readBox, sFilename, ZEL_ErrorMode_None, [&] {
+    if (isVisible(sFilename)) opened = files().open(sFilename);
+  });
+  return opened;
 }
 
 void PutFileContents(std::span<const std::uint8_t> cContents, StringView sFilename, ZEL_ErrorModes eErrMode) {

@@ -16,13 +16,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
-#include <string>
 
 #include "automation/String.h"
 #include "automation/Variant.h"
 #include "files/Enumerations.h"
 #include "files/ErrorModes.h"
+
+namespace zelUtilities {
+class FileReader;
+}
 
 namespace zelUtilities::mFiles {
 
@@ -45,8 +49,8 @@ void PutFileContentsFromString(StringView sContents, StringView sFilename, ZEL_E
 // the error's number, 53 for a missing file. Raises 6 where that number needs more than 16 bits.
 std::int16_t RewriteFileLFtoCRLF(StringView sPath, StringView sNewPath = {});
 
-// For the library's own use: the bytes as they are; none on failure.
-std::string readBytes(StringView sFilename, ZEL_ErrorModes eErrMode);
+// For the library's own use: a visible file to be read piece by piece; nothing on failure.
+std::unique_ptr<FileReader> openVisible(StringView sFilename);
 
 // The parts of a path: pure text. Only "\" parts folders, and the last "." in a file's name its extension. A
 // separator behind character 32,767 is a failure; failures are logged under "mFiles.<routine>" and give "".

@@ -15,7 +15,10 @@
 // (read-only, a folder, a device, no right), 76 path not found.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +52,29 @@ struct FileDetails {
   bool isFolder = false;
 };
 
+// A file that is read from its first byte to what was its last when it was opened.
+class FileReader {
+ public:
+  explicit FileReader(std::uint64_t length) : length_(length), left_(length) {}
+  virtual ~FileReader() = default;
+  FileReader(const FileReader&) = delete;
+  FileReader& operator=(const FileReader&) = delete;
+
+  std::uint64_t length() const { return length_; }  // bytes
+  // Fills the buffer and returns the count of bytes; fewer than it holds only at the end.
+  std::size_t read(std::span<char> buffer) {
+    const std::size_t count = readMore(buffer.first(std::min<std::uint64_t>(buffer.size(), left_)));
+    left_ -= count;
+    return count;
+  }
+
+ private:
+  virtual std::size_t readMore(std::span<char> buffer) = 0;
+
+  const std::uint64_t length_;
+  std::uint64_t left_;
+};
+
 struct Files {
   virtual ~Files() = default;
 
@@ -77,6 +103,7 @@ struct Files {
   // Sets all of ReadOnly, Hidden, System and Archive. Raises 70 where the file system cannot keep them.
   virtual void setAttributes(StringView path, std::uint32_t attributes) = 0;
 
+  virtual std::unique_ptr<FileReader> open(StringView path) = 0;
   // Raises 7 for a file longer than a text may be (2^31 - 1 bytes).
   virtual std::string readWhole(StringView path) = 0;
   // Creates the file, or replaces all that it holds, keeping its attributes and rights. Until the new

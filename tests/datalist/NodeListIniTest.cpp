@@ -3,6 +3,7 @@
 
 #include "datalist/NodeListFixture.h"
 #include "platform/Dialogs.h"
+#include "support/FailingFiles.h"
 
 namespace zelUtilities {
 namespace {
@@ -108,6 +109,32 @@ TEST_F(Ini, AnEmptyOrMissingFileLeavesAnInitialisedList) {
   EXPECT_FALSE(list->LoadFromINI(path("missing.ini")));
   EXPECT_FALSE(list->LoadFromINI(fromUtf8(folder.string())));
   EXPECT_EQ(dialogs.shown + errors.text(), "");
+}
+
+struct FailingReader : FileReader {
+  FailingReader() : FileReader(100'000) {}
+  std::size_t readMore(std::span<char> buffer) override {
+    if (hasRead) throw Error(ErrorNumber::DeviceIO);
+    hasRead = true;
+    std::fill(buffer.begin(), buffer.end(), '\n');
+    std::copy_n("a=1\r\nb", 6, buffer.begin());
+    return buffer.size();
+  }
+  bool hasRead = false;
+};
+
+TEST_F(Ini, AFileThatCannotBeReadToItsEndLeavesAnInitialisedList) {
+  struct FailingDisk : FailingFiles {
+    using FailingFiles::FailingFiles;
+    std::unique_ptr<FileReader> open(StringView) override { return std::make_unique<FailingReader>(); }
+  };
+  ErrorLog errors;
+  const String file = write("in.ini", "x");
+  FailingDisk disk("", 0);
+  const Replaced<Files> replaced(disk);
+  EXPECT_FALSE(list->LoadFromINI(file));
+  EXPECT_EQ(list->Count(), 0);
+  EXPECT_EQ(errors.text(), "zelNodeList.LoadFromINI 57\n");
 }
 
 TEST_F(Ini, TellsTheUserOfAFileThatCannotBeWritten) {

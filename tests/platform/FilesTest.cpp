@@ -105,6 +105,20 @@ TEST_F(FilesContract, ContentsComeBackByteForByte) {
   }
 }
 
+TEST_F(FilesContract, AnOpenFileIsReadPieceByPieceUpToWhereItEnded) {
+  files().replaceWhole(in(u"a"), "0123456789");
+  const auto file = files().open(in(u"a"));
+  EXPECT_EQ(file->length(), 10u);
+  files().append(in(u"a"), "later");
+  std::string piece(7, ' ');
+  EXPECT_EQ(file->read(piece), 7u);
+  EXPECT_EQ(piece, "0123456");
+  EXPECT_EQ(file->read(piece), 3u);
+  EXPECT_EQ(piece, "7893456");
+  EXPECT_EQ(file->read(piece), 0u);
+  EXPECT_EQ(raised([&] { files().open(in(u"none")); }), ErrorNumber::FileNotFound);
+}
+
 TEST_F(FilesContract, NamesInOtherLettersAndScriptsAreKept) {
   const String name = u"Gr\u00F6\u00DFe \u65E5\u672C \u20AC.txt";
   files().replaceWhole(in(name), "x");

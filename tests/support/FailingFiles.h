@@ -30,6 +30,7 @@ class FailingFiles : public Files {
   void setAttributes(StringView path, std::uint32_t attributes) override {
     pass("setAttributes").setAttributes(path, attributes);
   }
+  std::unique_ptr<FileReader> open(StringView path) override { return pass("open").open(path); }
   std::string readWhole(StringView path) override { return pass("readWhole").readWhole(path); }
   void replaceWhole(StringView path, std::string_view contents) override {
     pass("replaceWhole").replaceWhole(path, contents);

@@ -46,16 +46,20 @@ void FileDescriptor::write(std::string_view contents) const {
   }
 }
 
-std::string FileDescriptor::read(std::size_t length) const {
-  std::string contents(length, '\0');
+std::size_t FileDescriptor::read(std::span<char> buffer) const {
   std::size_t at = 0;
-  while (at < length) {
-    const ssize_t count = uninterrupted([&] { return ::read(number_, &contents[at], length - at); });
+  while (at < buffer.size()) {
+    const ssize_t count = uninterrupted([&] { return ::read(number_, &buffer[at], buffer.size() - at); });
     if (count < 0) raiseFileError(errno);
     if (count == 0) break;
     at += static_cast<std::size_t>(count);
   }
-  contents.resize(at);
+  return at;
+}
+
+std::string FileDescriptor::read(std::size_t length) const {
+  std::string contents(length, '\0');
+  contents.resize(read(std::span(contents)));
   return contents;
 }
 

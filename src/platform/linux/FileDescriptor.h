@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,8 @@ class FileDescriptor {
   int number() const { return number_; }
   std::uint64_t length() const;
   void write(std::string_view contents) const;
+  // Fills the buffer; returns fewer bytes at the end of the file.
+  std::size_t read(std::span<char> buffer) const;
   // At most this many bytes; fewer at the end of the file.
   std::string read(std::size_t length) const;
   void toDisk() const;

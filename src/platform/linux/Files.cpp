@@ -166,6 +166,17 @@ auto ifNameable(Answer answer) -> decltype(answer()) {
   }
 }
 
+class OpenFile : public FileReader {
+ public:
+  explicit OpenFile(std::unique_ptr<const FileDescriptor> file)
+      : FileReader(file->length()), file_(std::move(file)) {}
+
+ private:
+  std::size_t readMore(std::span<char> buffer) override { return file_->read(buffer); }
+
+  const std::unique_ptr<const FileDescriptor> file_;
+};
+
 class LinuxFiles : public Files {
  public:
   String findFirst(StringView pattern, std::uint32_t attributes) override {
@@ -236,10 +247,12 @@ class LinuxFiles : public Files {
     setFileAttributes(native, attributes);
   }
 
+  std::unique_ptr<FileReader> open(StringView path) override {
+    return std::make_unique<OpenFile>(std::make_unique<FileDescriptor>(readablePath(path), O_RDONLY));
+  }
+
   std::string readWhole(StringView path) override {
-    const std::string native = nativePath(path);
-    requireReadable(native);
-    FileDescriptor file(native, O_RDONLY);
+    const FileDescriptor file(readablePath(path), O_RDONLY);
     const std::uint64_t length = file.length();
     if (length > longestText) throw Error(ErrorNumber::OutOfMemory);
     return file.read(static_cast<std::size_t>(length));
@@ -420,11 +433,13 @@ class LinuxFiles : public Files {
   }
 
   // A pipe would have us wait for its other end.
-  static void requireReadable(const std::string& path) {
+  static std::string readablePath(StringView path) {
+    std::string native = nativePath(path);
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) raiseFor(path, errno);
+    if (stat(native.c_str(), &status) != 0) raiseFor(native, errno);
     if (S_ISDIR(status.st_mode) || S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode))
       throw Error(ErrorNumber::PathFileAccess);
+    return native;
   }
 
   // The whole tree, or what a drive stands for.

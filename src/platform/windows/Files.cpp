@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -57,18 +58,17 @@ class FileHandle {
     }
   }
 
-  std::string read(std::size_t length) {
-    std::string contents(length, '\0');
+  // Fills the buffer; returns fewer bytes at the end of the file.
+  std::size_t read(std::span<char> buffer) {
     std::size_t at = 0;
-    while (at < length) {
-      const DWORD piece = static_cast<DWORD>(std::min(length - at, largestPiece));
+    while (at < buffer.size()) {
+      const DWORD piece = static_cast<DWORD>(std::min(buffer.size() - at, largestPiece));
       DWORD count = 0;
-      if (!ReadFile(handle_, &contents[at], piece, &count, nullptr)) raiseLastFileError();
+      if (!ReadFile(handle_, &buffer[at], piece, &count, nullptr)) raiseLastFileError();
       if (count == 0) break;
       at += count;
     }
-    contents.resize(at);
-    return contents;
+    return at;
   }
 
   void moveTo(std::int64_t position) {
@@ -288,6 +288,17 @@ void deleteEntry(const String& path, Call call) {
   raiseLastFileError();
 }
 
+class OpenFile : public FileReader {
+ public:
+  explicit OpenFile(std::unique_ptr<FileHandle> file)
+      : FileReader(static_cast<std::uint64_t>(file->length())), file_(std::move(file)) {}
+
+ private:
+  std::size_t readMore(std::span<char> buffer) override { return file_->read(buffer); }
+
+  const std::unique_ptr<FileHandle> file_;
+};
+
 class WindowsFiles : public Files {
  public:
   String findFirst(StringView pattern, std::uint32_t attributes) override {
@@ -337,11 +348,18 @@ class WindowsFiles : public Files {
     if (!SetFileAttributesW(wide(name), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL)) raiseLastFileError();
   }
 
+  std::unique_ptr<FileReader> open(StringView path) override {
+    return std::make_unique<OpenFile>(
+        std::make_unique<FileHandle>(fullPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING));
+  }
+
   std::string readWhole(StringView path) override {
     FileHandle file(fullPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING);
     const std::int64_t length = file.length();
     if (length > longestText) throw Error(ErrorNumber::OutOfMemory);
-    return file.read(static_cast<std::size_t>(length));
+    std::string contents(static_cast<std::size_t>(length), '\0');
+    contents.resize(file.read(contents));
+    return contents;
   }
 
   void replaceWhole(StringView path, std::string_view contents) override {
