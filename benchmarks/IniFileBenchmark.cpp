@@ -1,5 +1,6 @@
 // What does an INI file cost, per setting: to load 5 and 50 MB, in memory, to read the value of a random
-// name, and to save it? The node list keeps every line, comments and blank lines too, as a node.
+// name, and to save it? A load is the first one of its process, as in a client that starts. The node list
+// keeps every line, comments and blank lines too, as a node.
 //
 // The file has 50 settings in a section, a comment before every twenty-fifth and a blank line behind each
 // section. Comments begin with "#", which all peers take; lines end in CR LF. Saving writes to a
@@ -242,11 +243,9 @@ void load(benchmark::State& state) {
   countBytes(state, std::string(Ini::name) + std::to_string(state.range(0)), static_cast<double>(settings),
              [&] { return std::make_unique<Ini>(file.path); });
   for (auto _ : state) {
-    auto ini = std::make_unique<Ini>(file.path);
-    untimed(state, [&] {
-      require(ini->isWhole(file.settings.size()), "settings loaded");
-      ini.reset();
-    });
+    state.SetIterationTime(firstSecondsOf(
+        [&] { return std::make_unique<Ini>(file.path); },
+        [&](const auto& ini) { require(ini->isWhole(file.settings.size()), "settings loaded"); }));
   }
   countItems(state, settings);
 }
@@ -293,7 +292,11 @@ template <class Ini>
 void registerIni() {
   using benchmark::RegisterBenchmark;
   const std::string name = std::string("/MB/") + Ini::name;
-  RegisterBenchmark(("load ini" + name).c_str(), load<Ini>)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond);
+  RegisterBenchmark(("load ini" + name).c_str(), load<Ini>)
+      ->Arg(5)
+      ->Arg(50)
+      ->Unit(benchmark::kMillisecond)
+      ->UseManualTime();
   RegisterBenchmark(("read ini" + name).c_str(), read<Ini>)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond);
   if constexpr (requires(const Ini& ini) { ini.save(fs::path()); })
     RegisterBenchmark(("save ini" + name).c_str(), save<Ini>)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond);
