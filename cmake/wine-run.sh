@@ -27,12 +27,17 @@ createTemplate() {
     rm "$link"
     mkdir "$link"
   done
-  "${wine[@]}" --version >"$making/wine-version"
+  echo "$version" >"$making/wine-version"
   mv "$making" "$template"
 }
 
+# Ends all that runs in the prefix, also what its server has lost sight of: a program that hangs in its end.
 cleanUp() {
+  local environment
   WINEPREFIX=$prefix "${wineserver[@]}" -k || true
+  for environment in $(grep -lszxF "WINEPREFIX=$prefix" /proc/[0-9]*/environ); do
+    kill -KILL "$(basename "$(dirname "$environment")")" 2>/dev/null || true
+  done
   rm -rf "$prefix" || { sleep 1 && rm -rf "$prefix"; }
 }
 
@@ -57,7 +62,8 @@ if grep -q '^CMAKE_TOOLCHAIN_FILE.*mingw-i686' "$tree/CMakeCache.txt"; then
     { echo "wine-run.sh: no 32-bit Wine could be had, see $tree/wine32.log" >&2; exit 1; }
   wine=("$here/wine32.sh" "$tree" wine) wineserver=("$here/wine32.sh" "$tree" wineserver)
 fi
-if [ "$(cat "$template/wine-version" 2>/dev/null)" != "$("${wine[@]}" --version)" ]; then
+version=$("${wine[@]}" --version 9>&-) || { echo "wine-run.sh: ${wine[*]} does not run here" >&2; exit 1; }
+if [ "$(cat "$template/wine-version" 2>/dev/null)" != "$version" ]; then
   createTemplate </dev/null >"$tree/wine-template.log" 2>&1 9>&- ||
     { echo "wine-run.sh: no Wine prefix could be made, see $tree/wine-template.log" >&2; exit 1; }
 fi
