@@ -52,7 +52,7 @@ def medians(entries):
     """{(question, shape, size): {who: {counter: median}}}"""
     values = collections.defaultdict(list)
     for entry in entries:
-        parts = entry["name"].split("/")
+        parts = entry["name"].removesuffix("/manual_time").split("/")
         if entry.get("run_type") == "aggregate" or len(parts) != 4 or "per_item" not in entry:
             continue
         question, shape, who, size = parts
