@@ -1,7 +1,6 @@
 // Paths as text, and what is there.
 #include <string_view>
 
-#include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "automation/LetterCase.h"
 #include "files/mFiles.h"
@@ -28,16 +27,6 @@ String textOf(StringView source, const Body& body) {
   String text;
   handled(source, [&] { text = body(); });
   return text;
-}
-
-bool sharedObjectSays(StringView question, StringView path) {
-  try {
-    const Ref<Object> fso = FSO();
-    Variant argument = path;
-    return fso && toBoolean(fso->Invoke(question, InvokeKind::Method, {&argument, 1}));
-  } catch (...) {
-    return false;
-  }
 }
 
 }  // namespace
@@ -81,7 +70,7 @@ ZEL_PathTypes TypeOfPath(StringView fName) {
   }
 }
 
-bool isFile(StringView path) { return sharedObjectSays(u"FileExists", path); }
-bool isFolder(StringView path) { return sharedObjectSays(u"FolderExists", path); }
+bool isFile(StringView path) { return FSOSays(u"FileExists", path); }
+bool isFolder(StringView path) { return FSOSays(u"FolderExists", path); }
 
 }  // namespace zelUtilities::mFiles

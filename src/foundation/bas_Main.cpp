@@ -1,5 +1,6 @@
 #include "foundation/bas_Main.h"
 
+#include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "automation/ThreadOwned.h"
 #include "foundation/ClassRegistry.h"
@@ -43,6 +44,16 @@ Ref<Object> FSO() {
     if (!shared) shared = createObject(u"Scripting.FileSystemObject");
   });
   return shared;
+}
+
+bool FSOSays(StringView question, StringView path) {
+  try {
+    const Ref<Object> fso = path.find(u'\0') == StringView::npos ? FSO() : nullptr;
+    Variant argument = path;
+    return fso && toBoolean(fso->Invoke(question, InvokeKind::Method, {&argument, 1}));
+  } catch (...) {
+    return false;
+  }
 }
 
 Ref<Object> CreateNamedObject(StringView name, StringView title) {

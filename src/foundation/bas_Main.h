@@ -10,6 +10,9 @@ namespace zelUtilities {
 // thread's life. Nothing, without a report to the caller, when it cannot be created: the log has it then
 // under "bas_Main.FSO".
 Ref<Object> FSO();
+// Its answer to "FileExists" or "FolderExists"; a failure is a no. So is a path with a NUL, of which the
+// system's object would take the part before.
+bool FSOSays(StringView question, StringView path);
 
 // A new object by programmatic identifier: of this library ("zelUtilities.zelNodeList"), of the program's or
 // the system's, or a stand-in, among which is the default logger "zelLog.zelHandler". Nothing when it cannot

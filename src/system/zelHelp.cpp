@@ -1,9 +1,6 @@
 #include "system/zelHelp.h"
 
-#include <array>
-
 #include "automation/Binder.h"
-#include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "foundation/bas_Main.h"
 #include "platform/Desktop.h"
@@ -11,18 +8,6 @@
 namespace zelUtilities {
 
 namespace {
-
-// A failure of the file-system object counts as no file.
-bool isFile(const String& path) {
-  try {
-    const Ref<Object> fso = FSO();
-    if (!fso) return false;
-    std::array<Variant, 1> arguments = {path};
-    return toBoolean(fso->Invoke(u"FileExists", InvokeKind::Method, arguments));
-  } catch (const Error&) {
-    return false;
-  }
-}
 
 // Behind the last dot of the file's name, in its own letter case; "" without one.
 StringView writtenExtension(StringView path) {
@@ -39,7 +24,7 @@ std::int32_t zel_HelpFromContext(const String& sHelpFile, std::int32_t lContextI
 }
 
 std::int32_t ShowHTMLHelp(const String& sHelpFile, std::int32_t lContextID) {
-  if (!isFile(sHelpFile)) return 0;
+  if (!FSOSays(u"FileExists", sHelpFile)) return 0;
   if (lContextID < 0) return desktop().htmlHelp(sHelpFile, HtmlHelpCommand::Index, 0);
   WindowHandle window = 0;
   if (lContextID > 0) window = desktop().htmlHelp(sHelpFile, HtmlHelpCommand::Context, lContextID);
@@ -51,7 +36,7 @@ std::int32_t ShowHTLMHelp(const String& sHelpFile, std::int32_t lContextID) {
 }
 
 bool ShowWinHelp(const String& sHelpFile, std::int32_t lContextID) {
-  if (!isFile(sHelpFile)) return false;
+  if (!FSOSays(u"FileExists", sHelpFile)) return false;
   try {
     desktop().windowHelp(sHelpFile, WindowHelpCommand::Context, lContextID);
   } catch (const Error&) {  // the caller is told that the file was there, no more

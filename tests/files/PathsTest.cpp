@@ -50,8 +50,8 @@ TEST_F(Paths, TellFilesAndFoldersApart) {
   EXPECT_EQ(said(folder + u"\\"), "201");
   EXPECT_EQ(said(path(u"hidden")), "010");
   for (const String& name : {folder, path(u"empty\\")}) EXPECT_EQ(said(name), "001");
-  for (const String& none :
-       {path(u"*"), path(u"no"), String(), folder + String(u"\\n\0b", 4), path(String(40000, u'a'))})
+  for (const String& none : {path(u"*"), path(u"no"), String(), folder + String(u"\\a\0b", 4),
+                             folder + String(u"\0b", 2), path(String(40000, u'a'))})
     EXPECT_EQ(said(none), "000");
 }
 
