@@ -280,6 +280,7 @@ TEST_F(FilesContract, ATemporaryFileIsNewAndEmpty) {
   EXPECT_EQ(files().findAll(in(u"pre????.tmp")).size(), 2U);
   EXPECT_EQ(files().readWhole(one), "");
   EXPECT_EQ(raised([&] { files().createTemporary(in(u"no"), u"p"); }), ErrorNumber::PathNotFound);
+  EXPECT_EQ(raised([&] { files().createTemporary(folder_, {u"p\0q", 3}); }), ErrorNumber::BadFileName);
 }
 
 TEST(FilePattern, MatchesInAnyLetterCaseAsOnTheOldestSystems) {

@@ -468,7 +468,8 @@ class WindowsFiles : public Files {
 
   String createTemporary(StringView folder, StringView prefix) override {
     const String name = fullPathOf(folder);
-    const String start(prefix);
+    const String start(prefix.substr(0, longestPrefix));
+    requireFileName(name + start);
     String path(MAX_PATH, u'\0');
     if (GetTempFileNameW(wide(name), wide(start), 0, wideBuffer(path)) == 0) raiseLastFileError();
     path.resize(path.find(u'\0'));
@@ -486,6 +487,8 @@ class WindowsFiles : public Files {
   }
 
  private:
+  static constexpr std::size_t longestPrefix = 3;
+
   // A name that can be nobody's names nothing.
   static DWORD attributesIfNameable(StringView path) {
     try {

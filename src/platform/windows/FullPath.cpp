@@ -14,16 +14,16 @@ namespace {
 constexpr StringView unparsedPrefix = u"\\\\?\\";
 constexpr std::size_t rootLength = 3;  // "C:\"
 
-void requireName(StringView path) {
+}  // namespace
+
+void requireFileName(StringView path) {
   const StringView name = path.starts_with(unparsedPrefix) ? path.substr(unparsedPrefix.size()) : path;
   if (name.empty() || name.find(u'\0') != StringView::npos || hasWildcard(name))
     throw Error(ErrorNumber::BadFileName);
 }
 
-}  // namespace
-
 String fullPathOf(StringView path) {
-  requireName(path);
+  requireFileName(path);
   const String name(path);
   const DWORD room = GetFullPathNameW(wide(name), 0, nullptr, nullptr);  // with the terminator
   if (room == 0) raiseLastFileError();
