@@ -22,8 +22,10 @@ code=$?
 tr -d '\r' <"$log.raw" >"$log"
 rm -f "$log.raw"
 
-# The number in GoogleTest's closing line; without one the program ended early: count what it had done.
-closing() { sed -nE "s/^\[  $1 *\] ([0-9]+) tests?.*/\1/p" "$log" | tail -n 1; }
+# The number in a line of GoogleTest's closing, known from that of another such program, which a test may have
+# run, by the number of tests. Without a closing the program ended early: count what it had done.
+total=$(sed -nE 's/^\[=+\] Running ([0-9]+) tests?.*/\1/p' "$log" | head -n 1)
+closing() { sed -nE "/^\[=+\] ${total:-0} tests? .* ran/,\$ s/^\[  $1 *\] ([0-9]+) tests?.*/\1/p" "$log" | tail -n 1; }
 passed=$(closing PASSED)
 failed=$(closing FAILED)
 skipped=$(closing SKIPPED)
