@@ -5,7 +5,6 @@
 
 #include "automation/ArrayData.h"
 #include "automation/Error.h"
-#include "platform/windows/ComErrors.h"
 #include "platform/windows/VariantConversion.h"
 #include "server/ScriptValue.h"
 #include "server/StoreReference.h"

@@ -31,6 +31,9 @@ std::string publishedLibrary();      // "zelUtilities"
 std::string publishedVersion();      // "1.2"
 std::string publishedLibraryHelp();  // "Zelora Utility Functions (V1.2)"
 
+// The system's own marshaller of dispatch interfaces, which takes calls to other apartments.
+inline constexpr char dispatchMarshaller[] = "{00020420-0000-0000-C000-000000000046}";
+
 std::string programmaticId(const ClassInfo& info);      // "zelUtilities.zelNodeList"
 std::string callInterfaceName(const ClassInfo& info);   // "_zelNodeList", what clients call
 std::string eventInterfaceName(const ClassInfo& info);  // "_zelNodeListEvents", what it calls

@@ -5,8 +5,8 @@
 #include "automation/CaseFolding.h"
 #include "library/Library.h"
 #include "platform/windows/WideText.h"
+#include "server/ServerLife.h"
 #include "server/SystemGuid.h"
-#include "server/TypeLibrary.h"
 
 namespace zelUtilities {
 
@@ -15,8 +15,6 @@ namespace {
 constexpr bool is64Bit = sizeof(void*) == 8;
 constexpr StringView platformKey = is64Bit ? u"win64" : u"win32";
 constexpr REGSAM otherView = is64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-// The system's own marshaller of dispatch interfaces.
-constexpr StringView dispatchMarshaller = u"{00020420-0000-0000-C000-000000000046}";
 
 // A value below the classes' root; without a name it is the key's own.
 struct Entry {
@@ -47,7 +45,7 @@ void addClass(std::vector<Entry>& entries, const ClassInfo& info, const String& 
 void addInterface(std::vector<Entry>& entries, const Uuid& id, const std::string& name) {
   const String key = interfaceKey(id);
   entries.push_back({key, {}, fromUtf8(name)});
-  entries.push_back({key + u"\\ProxyStubClsid32", {}, String(dispatchMarshaller)});
+  entries.push_back({key + u"\\ProxyStubClsid32", {}, fromUtf8(dispatchMarshaller)});
   entries.push_back({key + u"\\TypeLib", {}, guidText(libraryUuid())});
   entries.push_back({key + u"\\TypeLib", u"Version", fromUtf8(publishedVersion())});
 }
@@ -187,7 +185,7 @@ HRESULT removeAll(const ClassesRoot& root) {
 
 HRESULT registerServer(RegistrationScope scope) {
   const ClassesRoot root(scope);
-  for (const Entry& entry : entriesFor(modulePath())) {
+  for (const Entry& entry : entriesFor(ServerLife::modulePath())) {
     const LSTATUS status = root.write(entry);
     if (status == ERROR_SUCCESS) continue;
     removeAll(root);
@@ -198,7 +196,7 @@ HRESULT registerServer(RegistrationScope scope) {
 
 HRESULT unregisterServer(RegistrationScope scope) {
   const ClassesRoot root(scope);
-  const String path = modulePath();
+  const String path = ServerLife::modulePath();
   for (const ClassInfo* info : library().classes())
     if (isPublishedCreatable(*info) && belongsToAnother(root, *info, path)) return S_OK;
   return removeAll(root);

@@ -34,11 +34,10 @@ std::string classElement(const ClassInfo& info) {
          attribute("tlbid", braced(libraryUuid())) + " threadingModel=\"Apartment\"/>\n";
 }
 
-// The system's own marshaller of dispatch interfaces takes calls to other apartments.
 std::string interfaceElement(const Uuid& id, const std::string& name) {
   return "  <comInterfaceExternalProxyStub" + attribute("iid", braced(id)) + attribute("name", name) +
-         attribute("tlbid", braced(libraryUuid())) +
-         " proxyStubClsid32=\"{00020420-0000-0000-C000-000000000046}\"/>\n";
+         attribute("tlbid", braced(libraryUuid())) + attribute("proxyStubClsid32", dispatchMarshaller) +
+         "/>\n";
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include "platform/windows/WideText.h"
+
 namespace zelUtilities::ServerLife {
 
 namespace {
@@ -16,6 +18,16 @@ void remove() { --reasonsToStay; }
 bool canUnload() { return reasonsToStay == 0; }
 
 void setModule(HMODULE module) { ownModule = module; }
-HMODULE module() { return ownModule; }
+
+String modulePath() {
+  String path(MAX_PATH, u'\0');
+  DWORD length = GetModuleFileNameW(ownModule, wideBuffer(path), static_cast<DWORD>(path.size()));
+  while (length == path.size()) {  // it did not fit
+    path.resize(2 * path.size());
+    length = GetModuleFileNameW(ownModule, wideBuffer(path), static_cast<DWORD>(path.size()));
+  }
+  path.resize(length);
+  return path;
+}
 
 }  // namespace zelUtilities::ServerLife

@@ -3,14 +3,16 @@
 
 #include <windows.h>
 
+#include "automation/String.h"
+
 namespace zelUtilities::ServerLife {
 
 void add();
 void remove();
 bool canUnload();
 
-// The library's own module, once it is loaded, and where its file lies.
+// The library's own module, once it is loaded, and the path of its file.
 void setModule(HMODULE module);
-HMODULE module();
+String modulePath();
 
 }  // namespace zelUtilities::ServerLife

@@ -14,23 +14,12 @@ HRESULT ownTypeLibrary(ITypeLib*& library) {
   static std::mutex guard;
   static ITypeLib* loaded = nullptr;
   const std::lock_guard lock(guard);
-  const HRESULT result = loaded ? S_OK : LoadTypeLibEx(wide(modulePath()), REGKIND_NONE, &loaded);
+  const HRESULT result = loaded ? S_OK : LoadTypeLibEx(wide(ServerLife::modulePath()), REGKIND_NONE, &loaded);
   library = loaded;
   return result;
 }
 
 }  // namespace
-
-String modulePath() {
-  String path(MAX_PATH, u'\0');
-  DWORD length = GetModuleFileNameW(ServerLife::module(), wideBuffer(path), static_cast<DWORD>(path.size()));
-  while (length == path.size()) {  // it did not fit
-    path.resize(2 * path.size());
-    length = GetModuleFileNameW(ServerLife::module(), wideBuffer(path), static_cast<DWORD>(path.size()));
-  }
-  path.resize(length);
-  return path;
-}
 
 HRESULT typeInformation(const GUID& id, ITypeInfo** information) {
   ITypeLib* library = nullptr;

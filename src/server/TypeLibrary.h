@@ -6,12 +6,7 @@
 
 #include <oleauto.h>
 
-#include "automation/String.h"
-
 namespace zelUtilities {
-
-// The path of the module's file.
-String modulePath();
 
 // The description of a class or interface; TYPE_E_ELEMENTNOTFOUND and the like where there is none.
 HRESULT typeInformation(const GUID& id, ITypeInfo** information);
