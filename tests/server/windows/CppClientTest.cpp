@@ -77,6 +77,13 @@ TEST_F(CppClient, IsAnsweredThroughTypedAndVariantReferences) {
                  {referenceTo(VT_ARRAY | VT_R8, &grown), referenceTo(VT_VARIANT, &doubles)}, nullptr),
             S_OK);
   EXPECT_EQ(doubles.parray->rgsabound[0].cElements, 5U);
+  OwnedVariant variants;
+  toSystem(ArrayData::ofVariants({u"1.5"}), variants);
+  EXPECT_EQ(call(misc.get(), L"zel_AppendArray",
+                 {doubles, referenceTo(VT_ARRAY | VT_VARIANT, &variants.parray)}, nullptr),
+            S_OK);
+  EXPECT_EQ(fromSystem(variants).array().size(), 6U);
+  EXPECT_EQ(fromSystem(variants).array().at(0).doubleValue(), 1.5);
   SafeArrayDestroy(grown);
 
   // An optional argument by reference, left out and given.
