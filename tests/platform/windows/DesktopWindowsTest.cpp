@@ -76,6 +76,11 @@ auto answered(WPARAM button, const Question& question, const wchar_t* title = L"
   return answer;
 }
 
+TEST(MessageBoxOnWindows, HasTheTitleAndButtonsAskedForAndTellsTheAnswer) {
+  const auto ask = [] { return messageBox(u"Contract text", u"Contract box", MB_YESNO); };
+  EXPECT_EQ(answered(IDNO, ask, L"Contract box"), IDNO);
+}
+
 TEST(FileDialogsOnWindows, FilesAreWholePathsAndTheFolderTheOneGiven) {
   const String folder = files().fullPath(u"dialog files");
   if (!files().folderExists(folder)) files().createFolder(folder);
