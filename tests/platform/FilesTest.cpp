@@ -201,12 +201,6 @@ TEST_F(FilesContract, AReadOnlyFileIsSeenButNeitherChangedNorRemoved) {
   EXPECT_EQ(files().findFirst(in(u"a")), u"a");
 }
 
-TEST_F(FilesContract, OverwritingLeavesWhatLiesBehind) {
-  expectRows({{"a=0123456789", "overwrite", "a", "", 0, "a=new3456789"},
-              {"a=0", "overwrite", "a", "", 0, "a=new"},
-              {"", "overwrite", "a", "", 0, "a=new"}});
-}
-
 TEST_F(FilesContract, ACopyHasTheContentsTheAttributesAndTheDate) {
   const std::string large(300000, 'l');
   given("a=" + large + (keepsAttributes() ? " b:h" : " b"));
@@ -222,7 +216,6 @@ TEST_F(FilesContract, ACopyHasTheContentsTheAttributesAndTheDate) {
 TEST_F(FilesContract, ACopyThatIsRefusedLeavesWhatWasThere) {
   expectRows({{"a=new b=old", "copyNew", "a", "b", ErrorNumber::FileAlreadyExists},
               {"a=new", "copy", "a", "A", ErrorNumber::PermissionDenied},
-              {"a=new Sub\\", "copy", "a", "Sub", ErrorNumber::PathFileAccess},
               {"a=new b=old:r", "copy", "a", "b", ErrorNumber::PathFileAccess}});
 }
 

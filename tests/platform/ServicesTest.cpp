@@ -1,13 +1,11 @@
-// The small services: time, machine, message boxes, and how any service is replaced.
+// The small services: time and machine.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <ctime>
 
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "platform/Machine.h"
-#include "support/RecordingDialogs.h"
 
 namespace zelUtilities {
 namespace {
@@ -42,21 +40,6 @@ TEST(Machine, MakesTheHomeFolderThatTheEnvironmentNames) {
   EXPECT_TRUE(files().folderExists(home));
   EXPECT_EQ(files().fullPath(home), home);
   EXPECT_EQ(home.find_last_of(u"/\\") == home.size() - 1, false);
-}
-
-TEST(Dialogs, ASubstituteIsAskedInsteadForAsLongAsItIsInForce) {
-  RecordingDialogs outer;
-  RecordingDialogs inner;
-  {
-    const Replaced<Dialogs> replacedOuter(outer);
-    {
-      const Replaced<Dialogs> replacedInner(inner);
-      EXPECT_EQ(messageBox(u"first", u"title", 48), MessageBoxAnswer::Ok);
-    }
-    messageBox(u"second", u"title", 48);
-  }
-  EXPECT_EQ(inner.boxes, (std::vector<RecordingDialogs::Box>{{u"first", u"title", 48}}));
-  EXPECT_EQ(outer.boxes, (std::vector<RecordingDialogs::Box>{{u"second", u"title", 48}}));
 }
 
 }  // namespace

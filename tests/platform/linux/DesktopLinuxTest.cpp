@@ -115,9 +115,5 @@ TEST_F(DesktopOnLinux, HelpFilesAreOpenedByTheDesktopWithoutWaitingForIt) {
   EXPECT_EQ(given("xdg-open"), "~/$(help) manual.chm\n");
 }
 
-TEST_F(DesktopOnLinux, EveryWindowIsMissingAndTheScreensAreUnknown) {
-  EXPECT_TRUE(desktop().windowStyle(7) == 0 && desktop().workAreas().empty());
-}
-
 }  // namespace
 }  // namespace zelUtilities

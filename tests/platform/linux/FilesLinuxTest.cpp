@@ -46,13 +46,6 @@ TEST_F(FilesOnLinux, TheLastDriveIsTheWholeTree) {
   EXPECT_EQ(files().fullPath(windows), in(u"a.txt"));
 }
 
-TEST_F(FilesOnLinux, TheThirdDriveIsAFolderOfTheUsers) {
-  files().replaceWhole(u"C:\\drive-test.txt", "x");
-  EXPECT_TRUE(fs::exists(home() / "drive_c/drive-test.txt"));
-  EXPECT_EQ(files().readWhole(u"c:/DRIVE-TEST.txt"), "x");
-  files().remove(u"C:drive-test.txt");
-}
-
 TEST_F(FilesOnLinux, ALinkNamedAfterALetterIsADrive) {
   for (const StringView none : {u"T:\\a.txt", u"\\\\server\\share\\a.txt"})
     EXPECT_EQ(raised([&] { files().readWhole(none); }), ErrorNumber::PathNotFound);

@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -118,41 +117,6 @@ TEST_F(RegistryOnLinux, ProcessesThatCreateTheFilesAndWriteAtTheSameTimeLoseNoth
   }
 }
 
-TEST_F(RegistryOnLinux, AProcessKilledWhileWritingLosesNothingThatItHadWritten) {
-  create();
-  for (int round = 0; round < 10; ++round) {
-    int told[2];
-    ASSERT_EQ(pipe(told), 0);
-    const pid_t child = start([&] {
-      for (int i = 0;; ++i)
-        if (set(u"v" + decimalText(i), std::string(2000, 'x')) != 0 ||
-            write(told[1], &i, sizeof i) != sizeof i)
-          return false;
-    });
-    close(told[1]);
-    usleep(static_cast<useconds_t>(2000 + round * 1500));
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    int last = -1;
-    for (int i = 0; read(told[0], &i, sizeof i) == sizeof i;) last = i;
-    close(told[0]);
-    for (int i = 0; i <= last; ++i) ASSERT_EQ(get(u"v" + decimalText(i)).size(), 2000U);
-    ASSERT_EQ(set(u"after"), 0);
-  }
-}
-
-TEST_F(RegistryOnLinux, AKeyStaysOpenInAProcessMadeFromThisOne) {
-  create();
-  set(u"v", "abc");
-  RegistryKey key;
-  ASSERT_EQ(key.open(root, top, RegistryAccess::Read), 0);
-  EXPECT_TRUE(succeeded(start([&] {
-    RegistryValue value;
-    return registry().queryValue(key.handle(), u"v", value) == 0 && set(u"child") == 0;
-  })));
-  EXPECT_EQ(get(u"child"), "x");
-}
-
 TEST_F(RegistryOnLinux, AStoreThatMayNotBeWrittenIsStillRead) {
   create();
   set(u"v", "abc");
@@ -178,29 +142,6 @@ TEST_F(RegistryOnLinux, AFileThatIsNoRegistryIsReportedAndLeftAlone) {
   std::ofstream(file, std::ios::binary) << std::string(8192, 'd');
   refused();
   EXPECT_EQ(create(top, machine), 0);
-}
-
-TEST_F(RegistryOnLinux, AFileDamagedInTheMiddleNeverCrashes) {
-  create();
-  for (int i = 0; i < 200; ++i) set(u"v" + decimalText(i), std::string(300, 'x'));
-  EXPECT_TRUE(succeeded(start([] { return set(u"last") == 0; })));  // its end leaves one file
-  homeInForce.set((home / "elsewhere").c_str());
-  create();  // lets go of the file
-  homeInForce.set(home.c_str());
-  const std::string whole = contentsOf(file);
-  ASSERT_GT(whole.size(), 40000U);
-  for (std::size_t at = 100; at < whole.size(); at += 1777) {
-    std::string damaged = whole;
-    for (std::size_t i = at; i < std::min(at + 600, damaged.size()); ++i)
-      damaged[i] = static_cast<char>(i * 31);
-    std::ofstream(file, std::ios::binary) << damaged;
-    EXPECT_TRUE(succeeded(start([] {
-      for (int i = 0; i < 200; ++i) get(u"v" + decimalText(i));
-      set(u"new");
-      return true;
-    })));
-    for (const char* end : {"", "-wal", "-shm"}) fs::remove(file.native() + end);
-  }
 }
 
 TEST_F(RegistryOnLinux, AFileThatAnotherProcessKeepsToItselfIsBusyInTheEnd) {
