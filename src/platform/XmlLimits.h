@@ -13,7 +13,11 @@ class XmlLimits {
   // So much of the document was read, and so much given to the handler; in one unit or nearly so.
   void took(std::size_t units) { taken_ += units; }
   void gave(std::size_t units) { given_ += units; }
-  void entered() { ++depth_; }
+  // An element, too, is something given; entities can hold many.
+  void entered() {
+    ++depth_;
+    ++given_;
+  }
   void left() { --depth_; }
 
   bool exceeded() const { return depth_ > deepestXmlElement || given_ > harmless + 10 * taken_; }

@@ -6,18 +6,17 @@
 #include <algorithm>
 #include <limits>
 #include <new>
+#include <unordered_map>
 #include <vector>
 
 #include "automation/Error.h"
+#include "platform/XmlLimits.h"
 #include "platform/linux/XmlDocumentText.h"
 #include "platform/linux/XmlErrors.h"
 
 namespace zelUtilities {
 
 namespace {
-
-constexpr int deepestElement = 5000;
-constexpr std::size_t mostDefaultText = 10'000'000;
 
 constexpr int options = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC;
 
@@ -26,8 +25,8 @@ struct Progress {
   xmlParserCtxt* outermost;
   XmlFault fault = {};
   bool outOfMemory = false;
-  int depth = 0;
-  std::size_t defaultText = 0;
+  XmlLimits limits = {};
+  std::unordered_map<const xmlEntity*, std::size_t> entitySizes = {};
 };
 
 xmlParserCtxt& contextOf(void* data) { return *static_cast<xmlParserCtxt*>(data); }
@@ -40,10 +39,10 @@ void place(XmlFault& fault, const xmlParserInput* input) {
 }
 
 // The first fault counts; those after it are mostly its consequences.
-void keep(Progress& progress, std::int32_t code, const char* message) noexcept {
+void keep(Progress& progress, std::int32_t code, StringView sentence) noexcept {
   if (progress.fault.code != 0) return;
   try {
-    progress.fault = XmlFault::of(code, xmlErrorSentence(message));
+    progress.fault = XmlFault::of(code, String(sentence));
     place(progress.fault, progress.outermost->input);
   } catch (...) {
     progress.outOfMemory = true;
@@ -53,14 +52,21 @@ void keep(Progress& progress, std::int32_t code, const char* message) noexcept {
 void onError(void* data, xmlError* error) noexcept {
   // Any text may be a name space's address.
   if (error->level < XML_ERR_ERROR || error->code == XML_WAR_NS_URI) return;
-  if (error->code == XML_ERR_NO_MEMORY) progressOf(data).outOfMemory = true;
-  keep(progressOf(data), xmlErrorNumber(error->code), error->message);
+  Progress& progress = progressOf(data);
+  // A value that is longer than the parser takes ends as one there is no memory for.
+  if (error->code == XML_ERR_NO_MEMORY && progress.fault.code == 0) progress.outOfMemory = true;
+  keep(progress, xmlErrorNumber(error->code), xmlErrorSentence(error->message));
 }
 
-void refuse(void* data, std::int32_t code, const char* message) noexcept {
-  keep(progressOf(data), code, message);
+void refuse(void* data, std::int32_t code, StringView sentence) noexcept {
+  keep(progressOf(data), code, sentence);
   xmlStopParser(&contextOf(data));
   xmlStopParser(progressOf(data).outermost);
+}
+
+void refuseExcess(void* data) noexcept {
+  const XmlLimits& limits = progressOf(data).limits;
+  if (limits.exceeded()) refuse(data, XmlErrorNumber::Failed, limits.sentence());
 }
 
 // A document type can make much of little, so it has to do with the parser's own limits.
@@ -75,11 +81,28 @@ xmlEntity* refusedIfExternal(void* data, xmlEntity* entity) {
   const bool isExternal = entity && (entity->etype == XML_EXTERNAL_GENERAL_PARSED_ENTITY ||
                                      entity->etype == XML_EXTERNAL_PARAMETER_ENTITY);
   if (!isExternal) return entity;
-  refuse(data, XmlErrorNumber::Failed, "External entities are not read.");
+  refuse(data, XmlErrorNumber::Failed, u"External entities are not read.");
   return nullptr;
 }
+
+// What an entity gives. Once the parser has made nodes of it in the text, it copies these without a word.
+std::size_t sizeOf(Progress& progress, const xmlEntity& entity) {
+  if (!entity.children) return static_cast<std::size_t>(entity.length);
+  std::size_t& size = progress.entitySizes[&entity];
+  if (size > 0) return size;
+  for (xmlNode* top = entity.children; top; top = top == entity.last ? nullptr : top->next)
+    for (xmlNode* node = top; node; node = nextBelow(top, node))
+      size += 1 + (node->type == XML_ELEMENT_NODE ? 0 : viewOf(node->content).size());
+  return size;
+}
+
 xmlEntity* entityNamed(void* data, const xmlChar* name) {
-  return refusedIfExternal(data, xmlSAX2GetEntity(data, name));
+  xmlEntity* entity = refusedIfExternal(data, xmlSAX2GetEntity(data, name));
+  if (!entity) return nullptr;
+  Progress& progress = progressOf(data);
+  progress.limits.gave(sizeOf(progress, *entity));
+  refuseExcess(data);
+  return progress.limits.exceeded() ? nullptr : entity;
 }
 xmlEntity* parameterEntityNamed(void* data, const xmlChar* name) {
   return refusedIfExternal(data, xmlSAX2GetParameterEntity(data, name));
@@ -87,7 +110,7 @@ xmlEntity* parameterEntityNamed(void* data, const xmlChar* name) {
 
 // Comes for entities only that are not declared: all others are replaced by what they stand for.
 void onUnknownEntity(void* data, const xmlChar*) {
-  refuse(data, xmlErrorNumber(XML_ERR_UNDECLARED_ENTITY), "Reference to an undefined entity.");
+  refuse(data, xmlErrorNumber(XML_ERR_UNDECLARED_ENTITY), u"Reference to an undefined entity.");
 }
 
 void onStart(void* data) {
@@ -134,7 +157,6 @@ struct StartTag {
   int spaceCount;
   const xmlChar** attributes;  // name, prefix, address, start and end of the value
   int attributeCount;
-  int defaultCount;  // of those, the last ones are not written in the tag
 };
 
 bool addAttributes(xmlParserCtxt& context, xmlNode* element, const StartTag& tag) {
@@ -144,22 +166,21 @@ bool addAttributes(xmlParserCtxt& context, xmlNode* element, const StartTag& tag
         space[0] ? xmlDictQLookup(context.dict, BAD_CAST "xmlns", space[0]) : BAD_CAST "xmlns";
     if (!writer.add(name, space[1], viewOf(space[1]).size())) return false;
   }
-  const xmlChar** written = tag.attributes + 5 * (tag.attributeCount - tag.defaultCount);
   for (const xmlChar** attribute = tag.attributes; attribute < tag.attributes + 5 * tag.attributeCount;
        attribute += 5) {
     const auto length = static_cast<std::size_t>(attribute[4] - attribute[3]);
-    if (attribute >= written) progressOf(&context).defaultText += length;
+    progressOf(&context).limits.gave(length);
     if (!writer.add(nameAsWritten(context, attribute[0], attribute[1]), attribute[3], length)) return false;
   }
   return true;
 }
 
 void onStartTag(void* data, const xmlChar* name, const xmlChar* prefix, const xmlChar*, int spaceCount,
-                const xmlChar** spaces, int attributeCount, int defaultCount, const xmlChar** attributes) {
+                const xmlChar** spaces, int attributeCount, int, const xmlChar** attributes) {
   xmlParserCtxt& context = contextOf(data);
   Progress& progress = progressOf(data);
-  if (++progress.depth > deepestElement)
-    return refuse(data, XmlErrorNumber::Failed, "Elements are nested more than 5000 deep.");
+  progress.limits.entered();
+  if (progress.limits.exceeded()) return refuseExcess(data);
   xmlNode* element = xmlNewDocNodeEatName(
       context.myDoc, nullptr, const_cast<xmlChar*>(nameAsWritten(context, name, prefix)), nullptr);
   progress.outOfMemory = progress.outOfMemory || !element;
@@ -167,14 +188,13 @@ void onStartTag(void* data, const xmlChar* name, const xmlChar* prefix, const xm
   xmlAddChild(context.node ? context.node : reinterpret_cast<xmlNode*>(context.myDoc), element);
   context.nodemem = -1;  // the next text is a new node
   nodePush(&context, element);
-  if (!addAttributes(context, element, {spaces, spaceCount, attributes, attributeCount, defaultCount}))
+  if (!addAttributes(context, element, {spaces, spaceCount, attributes, attributeCount}))
     progress.outOfMemory = true;
-  if (progress.defaultText > mostDefaultText)
-    refuse(data, XmlErrorNumber::Failed, "Too many values that the document type gives.");
+  refuseExcess(data);
 }
 
 void onEndTag(void* data, const xmlChar* name, const xmlChar* prefix, const xmlChar* address) {
-  --progressOf(data).depth;
+  progressOf(data).limits.left();
   xmlSAX2EndElementNs(data, name, prefix, address);
 }
 
@@ -249,12 +269,14 @@ ParsedXml parseXml(std::string utf8, bool preserveWhiteSpace) {
   if (!context) throw std::bad_alloc();
   Progress progress{context.get()};
   context->_private = &progress;
+  progress.limits.took(utf8.size());
   setHandlers(*context->sax);
   // The document stays with the context until it is known to be whole.
   context->myDoc =
       xmlCtxtReadMemory(context.get(), utf8.data(), static_cast<int>(utf8.size()), nullptr, "UTF-8", options);
   if (progress.outOfMemory) throw std::bad_alloc();
-  if (!context->myDoc && progress.fault.code == 0) keep(progress, XmlErrorNumber::Failed, nullptr);
+  if (!context->myDoc && progress.fault.code == 0)
+    keep(progress, XmlErrorNumber::Failed, xmlErrorSentence(nullptr));
   if (progress.fault.code != 0) {
     quoteSource(progress.fault, utf8);
     return {nullptr, std::move(progress.fault)};

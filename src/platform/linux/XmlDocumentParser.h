@@ -4,8 +4,8 @@
 // What is accepted is bounded. Elements may be nested 5000 deep; the document refuses more with a parse
 // error. In a document with a document type, whose entities could multiply, the parser's own tighter limits
 // hold: 256 levels, 40 entities within each other, ten million characters a text, and no more than about ten
-// times its own length by entities. The values that a document type gives to left-out attributes may come to
-// ten million characters.
+// times its own length by entities. What entities and the values of left-out attributes come to in all is
+// bounded as XmlLimits has it.
 #pragma once
 
 #include <cstdint>

@@ -120,12 +120,12 @@ class Attributes final : public XmlAttributes {
 };
 
 void onStartTag(void* data, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri, int spaceCount,
-                const xmlChar** spaces, int attributeCount, int defaultCount, const xmlChar** attributes) {
+                const xmlChar** spaces, int attributeCount, int, const xmlChar** attributes) {
   Reading& reading = Reading::of(data);
   reading.guarded(data, [&] {
     reading.limits().entered();
     if (reading.limits().exceeded()) return;
-    for (int i = attributeCount - defaultCount; i < attributeCount; ++i)
+    for (int i = 0; i < attributeCount; ++i)
       reading.limits().gave(static_cast<std::size_t>(attributes[5 * i + 4] - attributes[5 * i + 3]));
     reading.names.prune();
     Attributes given(reading, spaces, spaceCount, attributes, attributeCount);

@@ -29,6 +29,8 @@ TEST(XmlLinux, StopsWhereADocumentGoesTooFar) {
   EXPECT_EQ(message(repeated(u"<a>", 5001)), "Elements are nested more than 5000 deep.");
   const String million(1'000'000, u'x');
   for (const String& xml : {u"<!ENTITY e '" + million + u"'>]><r>" + repeated(u"&e;", 1000),
+                            u"<!ENTITY e '" + million + u"'>]><r>" + repeated(u"<a b='&e;'/>", 1000),
+                            u"<!ENTITY e '" + repeated(u"<a/>", 10'000) + u"'>]><r>" + repeated(u"&e;", 2000),
                             u"<!ATTLIST a b CDATA '" + million + u"'>]><r>" + repeated(u"<a/>", 1000)})
     EXPECT_EQ(message(u"<!DOCTYPE r [" + xml + u"</r>"), "The document's entities stand for too much.");
   for (const auto& [start, end] : {std::pair(u"<r a='", u"'/>"), std::pair(u"<!--", u"--><r/>")})
