@@ -1,5 +1,7 @@
 // What the XML document answers on every system.
+#include "platform/Files.h"
 #include "platform/XmlNodes.h"
+#include "support/XmlTexts.h"
 
 namespace zelUtilities {
 namespace {
@@ -165,11 +167,45 @@ TEST(XmlDocument, WhatIsNotWellFormedEmptiesTheDocument) {
        {StringView(), StringView(u"x"), StringView(u"<a>"), StringView(u"<a></b>"), StringView(u"<a/><b/>"),
         StringView(u"<a>&x;</a>"), StringView(u"<a b='1"), StringView(u"<a b='1' b='2'/>"),
         StringView(u"<a>\u0001</a>"), StringView(u"<a><!-- </a>"), StringView(u"<a>\0</a>", 8),
-        StringView(loneSurrogate, 8)}) {
+        StringView(u"<a/>\0", 5), StringView(u"<a/>\0<b/>", 9), StringView(loneSurrogate, 8)}) {
     const LateBound document = documentOf(u"<before/>");
     EXPECT_FALSE(document.isTrue(u"loadXML", xml)) << toUtf8(xml);
     EXPECT_EQ(seen(document, u"documentElement"), "Nothing");
     EXPECT_NE(seen(document, u"parseError.errorCode"), "0") << toUtf8(xml);
+  }
+}
+
+TEST(XmlDocument, EntitiesAreReadWhereTheyAreNearAndFew) {
+  const String large(100'000, u'x');
+  const auto typed = [](StringView declarations, const String& rest) {
+    return (String(u"<!-- <a> --><!DOCTYPE a [") += declarations).append(u"]>").append(rest);
+  };
+  const String uses = u"<a>" + repeated(u"&e;", 2000) + u"</a>", entity = u"<!ENTITY e '" + large + u"'>";
+  const std::pair<String, bool> cases[] = {
+      {typed(entity, uses), false},
+      {typed(entity, u"<a b='" + repeated(u"&e;", 200) + u"'/>"), false},
+      {typed(entity, u"<a>" + repeated(u"<b c='&e;'/>", 2000) + u"</a>"), false},
+      {typed(u"<!ENTITY e '&#38;f;'><!ENTITY f '" + large + u"'>", uses), false},
+      {typed(u"<!ENTITY e '&#x26;e;'>", u"<a>&e;</a>"), false},
+      {typed(u"<!ENTITY % p '<!ENTITY e \"" + large + u"\">'>%p;", uses), false},
+      {entityBomb() + u"<a>&k;</a>", false},
+      {typed(u"<!ENTITY e SYSTEM 'saved.xml'>", u"<a>&e;</a>"), false},
+      {u"<!DOCTYPE a SYSTEM 'saved.xml'><a>&e;</a>", false},
+      {typed(u"<!ENTITY e SYSTEM 'saved.xml'><!ENTITY g ']>'><!-- ' --><!ENTITY f \"'\">",
+             u"<a b='&f;'><!--&e;--><![CDATA[&e;]]><?p &e;?>&f;&amp;&#65;</a>"),
+       true},
+      {typed(u"<!ENTITY % p '<!ENTITY e \"x\">'>%p;", u"<a>&e;</a>"), true},
+      {u"<!DOCTYPE a SYSTEM 'none[&e;'><a/>", true}};
+  for (const auto& [xml, isRead] : cases) {
+    const String marked = u'\uFEFF' + xml;
+    files().replaceWhole(u"8.xml", toUtf8(xml));
+    files().replaceWhole(u"16.xml", {reinterpret_cast<const char*>(marked.data()), 2 * marked.size()});
+    const LateBound document = newDocument();
+    for (const char16_t* file : {u"", u"8.xml", u"16.xml"})
+      EXPECT_EQ(*file ? document.isTrue(u"load", file) : document.isTrue(u"loadXML", xml), isRead)
+          << toUtf8(xml.substr(0, 99)) << " " << toUtf8(file);
+    EXPECT_EQ(seen(document, u"documentElement") == "Nothing", !isRead);
+    EXPECT_EQ(seen(document, u"parseError.reason").size() < 3, isRead);
   }
 }
 

@@ -40,7 +40,8 @@ TEST(Xml, RefusesWhatIsNoDocumentOnceAndRaises) {
   EXPECT_REFUSED(u"", u" ", u"abc", u"<", u"<r>", u"<r><a></r>", u"<r/>x", u"<r/><s/>", u"<r a='1' a='2'/>",
                  u"<r a=1/>", u"<r a='<'/>", u"<x:r/>", u"<r x:a='1'/>", u"<r>&e;</r>", u"<r>&#0;</r>",
                  u"<r>&#xD800;</r>", u"<r>\1</r>", u"<r>a\0b</r>"sv, u"<r a='\0'/>"sv, u"<r>\xD800 </r>"sv,
-                 u"<r>\xDC00 </r>"sv, u"<r><![CDATA[x</r>", u"<r><!-- x</r>", u"<?xml version='1.0'");
+                 u"<r>\xDC00 </r>"sv, u"<r/>\0"sv, u"<r/>\xD800"sv, u"<r><![CDATA[x</r>", u"<r><!-- x</r>",
+                 u"<?xml version='1.0'");
   EXPECT_REFUSED(u"<!DOCTYPE r [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><r>&e;</r>",
                  u"<!DOCTYPE r [<!ENTITY % p SYSTEM 'file:///etc/passwd'>%p;]><r/>",
                  u"<!DOCTYPE r SYSTEM 'file:///etc/passwd'><r>&e;</r>",

@@ -8,6 +8,7 @@
 #include "platform/ObjectTable.h"
 #include "platform/windows/ForeignObject.h"
 #include "platform/windows/WideText.h"
+#include "platform/windows/XmlDocument.h"
 
 namespace zelUtilities {
 
@@ -36,7 +37,7 @@ Ref<Object> createFromStore(StringView progId) {
   if (result == CO_E_NOTINITIALIZED && CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED) >= 0)
     result = createInstance(id, dispatch);
   if (result < 0) raiseCannotCreate(progId, u"the system reports " + hexadecimal(result));
-  Ref<Object> object = make<ForeignObject>(dispatch);
+  Ref<Object> object = isXmlDocument(progId) ? boundedXmlDocument(dispatch) : make<ForeignObject>(dispatch);
   dispatch->Release();
   return object;
 }

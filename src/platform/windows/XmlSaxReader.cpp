@@ -24,6 +24,7 @@
 #include "platform/windows/ForeignObject.h"
 #include "platform/windows/OwnedVariant.h"
 #include "platform/windows/WideText.h"
+#include "platform/windows/XmlScreening.h"
 
 // The system's interfaces have no virtual destructor; nobody deletes through them.
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
@@ -41,6 +42,8 @@ class XmlSaxHandler final : public ISAXContentHandler, public ISAXErrorHandler {
   XmlSaxHandler& operator=(const XmlSaxHandler&) = delete;
 
   XmlLimits& limits() { return limits_; }
+  // There is a fault in the document; the reader is to stop.
+  void refuse(StringView sentence);
   // Keeps what is being thrown, for finish to raise; the reader is to stop. Call it in a catch block.
   HRESULT keepRaised() noexcept;
   // Once the reader is done: raises what was kept, or the error of a document that could not be read.
@@ -74,7 +77,6 @@ class XmlSaxHandler final : public ISAXContentHandler, public ISAXErrorHandler {
  private:
   template <class Body>
   HRESULT guarded(const Body& body) noexcept;
-  void refuse(StringView sentence);
 
   XmlHandler& handler_;
   XmlLimits limits_;
@@ -444,6 +446,10 @@ class WindowsXml : public Xml {
 
  private:
   static HRESULT readText(ISAXXMLReader& reader, StringView text, XmlSaxHandler& listener) {
+    if (const String refusal = refusalOfXml(text); !refusal.empty()) {
+      listener.refuse(refusal);
+      return E_FAIL;
+    }
     OwnedVariant passed;
     putText(text, passed);
     listener.limits().took(text.size());
