@@ -4,8 +4,9 @@
 //   Replaced<Registry> replaced(memory);
 #pragma once
 
+#include <algorithm>
 #include <map>
-#include <memory>
+#include <optional>
 #include <vector>
 
 #include "automation/CaseFolding.h"
@@ -17,75 +18,68 @@ class MemoryRegistry : public Registry {
  public:
   RegistryCode openKey(RegistryHandle root, StringView path, RegistryAccess access,
                        RegistryHandle& key) override {
-    std::shared_ptr<Key> found;
-    bool existed = false;
-    const RegistryCode code = locate(root, path, false, found, existed);
-    if (code == RegistryResult::Success)
-      key = keep(found, access == RegistryAccess::Write ? Rights::Write : Rights::Read);
-    return code;
+    const String place = placeOf(root, path);
+    if (!keys_.contains(place)) return RegistryResult::FileNotFound;
+    open_[key = next_++] = {place, access};
+    return RegistryResult::Success;
   }
-
   RegistryCode createKey(RegistryHandle root, StringView path, RegistryHandle& key, bool& existed) override {
-    std::shared_ptr<Key> found;
-    const RegistryCode code = locate(root, path, true, found, existed);
-    if (code == RegistryResult::Success) key = keep(found, Rights::None);
-    return code;
+    String rest(path);
+    existed = true;
+    for (std::size_t end = 0; end != String::npos; ++end) {
+      end = rest.find(u'\\', end);
+      const String above = rest.substr(0, end);
+      const String name = above.substr(above.rfind(u'\\') + 1);
+      if (name.size() > 255) return RegistryResult::InvalidParameter;
+      existed = !keys_.try_emplace(placeOf(root, above), Key{name, {}}).second;
+      if (end == String::npos) break;
+    }
+    open_[key = next_++] = {placeOf(root, path), {}};
+    return RegistryResult::Success;
   }
-
   void closeKey(RegistryHandle key) override { open_.erase(key); }
 
   RegistryCode queryValue(RegistryHandle key, StringView name, RegistryValue& value) override {
-    return withKey(key, Rights::Read, [&](Key& found) {
-      const auto at = found.find(narrowName(name));
-      if (at == found.values.end()) return RegistryResult::FileNotFound;
+    return withValues(key, RegistryAccess::Read, [&](Values& values) {
+      const auto at = find(values, name);
+      if (at == values.end()) return RegistryResult::FileNotFound;
       value = *at;
       return RegistryResult::Success;
     });
   }
-
   RegistryCode setValue(RegistryHandle key, StringView name, std::uint32_t type,
                         std::string_view data) override {
-    return withKey(key, Rights::Write, [&](Key& found) {
-      auto at = found.find(narrowName(name));
-      if (at == found.values.end()) at = found.values.insert(at, {narrowName(name), type, {}});
+    return withValues(key, RegistryAccess::Write, [&](Values& values) {
+      auto at = find(values, name);
+      if (at == values.end()) at = values.insert(at, {narrowName(name), type, {}});
       at->type = type;
       at->data = withTerminator(type, std::string(data));
       return RegistryResult::Success;
     });
   }
-
   RegistryCode deleteValue(RegistryHandle key, StringView name) override {
-    return withKey(key, Rights::Write, [&](Key& found) {
-      const auto at = found.find(narrowName(name));
-      if (at == found.values.end()) return RegistryResult::FileNotFound;
-      found.values.erase(at);
+    return withValues(key, RegistryAccess::Write, [&](Values& values) {
+      const auto at = find(values, name);
+      if (at == values.end()) return RegistryResult::FileNotFound;
+      values.erase(at);
       return RegistryResult::Success;
     });
   }
-
   RegistryCode deleteKey(RegistryHandle root, StringView path) override {
-    std::shared_ptr<Key> found;
-    bool existed = false;
-    const RegistryCode code = locate(root, path, false, found, existed);
-    if (code != RegistryResult::Success) return code;
-    if (!found->parent || !found->children.empty()) return RegistryResult::AccessDenied;
-    found->deleted = true;
-    found->parent->children.erase(foldCase(found->name));
-    return RegistryResult::Success;
+    if (!subkeysOf(placeOf(root, path)).empty()) return RegistryResult::AccessDenied;
+    return keys_.erase(placeOf(root, path)) != 0 ? RegistryResult::Success : RegistryResult::FileNotFound;
   }
 
   RegistryCode enumKey(RegistryHandle key, std::uint32_t index, String& name) override {
-    return withKey(key, Rights::Read, [&](Key& found) {
-      if (index >= found.children.size()) return RegistryResult::NoMoreItems;
-      name = std::next(found.children.begin(), static_cast<std::ptrdiff_t>(index))->second->name;
-      return RegistryResult::Success;
-    });
+    const std::vector<String> names = subkeysOf(placeOf(key, {}));
+    if (index >= names.size()) return RegistryResult::NoMoreItems;
+    name = names[index];
+    return RegistryResult::Success;
   }
-
   RegistryCode enumValue(RegistryHandle key, std::uint32_t index, RegistryValue& value) override {
-    return withKey(key, Rights::Read, [&](Key& found) {
-      if (index >= found.values.size()) return RegistryResult::NoMoreItems;
-      value = found.values[index];
+    return withValues(key, RegistryAccess::Read, [&](Values& values) {
+      if (index >= values.size()) return RegistryResult::NoMoreItems;
+      value = values[index];
       return RegistryResult::Success;
     });
   }
@@ -94,78 +88,42 @@ class MemoryRegistry : public Registry {
   std::size_t openKeys() const { return open_.size(); }
 
  private:
-  enum class Rights { None, Read, Write };
+  using Values = std::vector<RegistryValue>;
   struct Key {
     String name;
-    Key* parent = nullptr;
-    bool deleted = false;
-    std::map<String, std::shared_ptr<Key>> children;  // by folded name
-    std::vector<RegistryValue> values;
-
-    std::vector<RegistryValue>::iterator find(const String& valueName) {
-      auto at = values.begin();
-      while (at != values.end() && !equalFolded(at->name, valueName)) ++at;
-      return at;
-    }
+    Values values;
   };
   struct OpenKey {
-    std::shared_ptr<Key> key;
-    Rights rights;
+    String place;
+    std::optional<RegistryAccess> access;  // none for a key just created
   };
 
-  std::shared_ptr<Key> rootOf(RegistryHandle root) {
-    const bool known = root >= RegistryRoot::ClassesRoot && root <= RegistryRoot::CurrentConfig &&
-                       root != RegistryRoot::PerformanceData;
-    if (!known) return {};
-    std::shared_ptr<Key>& key = roots_[root];
-    if (!key) key = std::make_shared<Key>();
-    return key;
+  static Values::iterator find(Values& values, StringView name) {
+    return std::find_if(values.begin(), values.end(), [&](const RegistryValue& value) {
+      return equalFolded(value.name, narrowName(name));
+    });
   }
-
-  RegistryCode locate(RegistryHandle root, StringView path, bool creating, std::shared_ptr<Key>& found,
-                      bool& existed) {
+  // The root's number and the folded path below it.
+  String placeOf(RegistryHandle root, StringView path) const {
     const auto open = open_.find(root);
-    found = open == open_.end() ? rootOf(root) : open->second.key;
-    if (!found) return RegistryResult::InvalidHandle;
-    if (found->deleted) return RegistryResult::KeyDeleted;
-    existed = true;
-    String rest = narrowName(path) + u"\\";
-    for (std::size_t end = rest.find(u'\\'); end != String::npos; end = rest.find(u'\\')) {
-      const String name = rest.substr(0, end);
-      rest.erase(0, end + 1);
-      if (name.empty()) continue;
-      if (name.size() > 255) return RegistryResult::InvalidParameter;
-      const auto child = found->children.find(foldCase(name));
-      if (child != found->children.end()) {
-        found = child->second;
-        continue;
-      }
-      if (!creating) return RegistryResult::FileNotFound;
-      existed = false;
-      auto added = std::make_shared<Key>();
-      added->name = name;
-      added->parent = found.get();
-      found->children.emplace(foldCase(name), added);
-      found = added;
-    }
-    return RegistryResult::Success;
+    const String start = open == open_.end() ? decimalText(root) : open->second.place;
+    return path.empty() ? start : start + u"\\" + foldCase(path);
   }
-
-  RegistryHandle keep(std::shared_ptr<Key> key, Rights rights) {
-    open_.emplace(next_, OpenKey{std::move(key), rights});
-    return next_++;
+  std::vector<String> subkeysOf(const String& place) const {
+    std::vector<String> names;
+    for (const auto& [other, key] : keys_)
+      if (other.starts_with(place + u"\\") && other.find(u'\\', place.size() + 1) == String::npos)
+        names.push_back(key.name);
+    return names;
   }
-
   template <class Action>
-  RegistryCode withKey(RegistryHandle handle, Rights needed, Action action) {
+  RegistryCode withValues(RegistryHandle handle, RegistryAccess needed, const Action& action) {
     const auto open = open_.find(handle);
-    const std::shared_ptr<Key> key = open == open_.end() ? rootOf(handle) : open->second.key;
-    if (!key) return RegistryResult::InvalidHandle;
-    if (open != open_.end() && open->second.rights != needed) return RegistryResult::AccessDenied;
-    return key->deleted ? RegistryResult::KeyDeleted : action(*key);
+    if (open != open_.end() && open->second.access != needed) return RegistryResult::AccessDenied;
+    return action(keys_[placeOf(handle, {})].values);
   }
 
-  std::map<RegistryHandle, std::shared_ptr<Key>> roots_;
+  std::map<String, Key> keys_;  // by place
   std::map<RegistryHandle, OpenKey> open_;
   RegistryHandle next_ = 1;
 };
