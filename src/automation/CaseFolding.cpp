@@ -56,12 +56,15 @@ std::uint64_t loadFour(const char16_t* units) {
   return four;
 }
 
-std::uint64_t foldFour(std::uint64_t four) {
-  if ((four & beyondAscii) == 0) return foldAscii(four);
+[[gnu::noinline]] std::uint64_t foldOneByOne(std::uint64_t four) {
   char16_t units[4];
   std::memcpy(units, &four, sizeof four);
   for (char16_t& unit : units) unit = foldCase(unit);
   return loadFour(units);
+}
+
+inline std::uint64_t foldFour(std::uint64_t four) {
+  return (four & beyondAscii) == 0 ? foldAscii(four) : foldOneByOne(four);
 }
 
 std::uint64_t loadTail(const char16_t* units, std::size_t count) {
