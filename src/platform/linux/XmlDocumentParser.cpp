@@ -13,6 +13,7 @@
 #include "platform/XmlLimits.h"
 #include "platform/linux/XmlDocumentText.h"
 #include "platform/linux/XmlErrors.h"
+#include "platform/linux/XmlSaxText.h"
 
 namespace zelUtilities {
 
@@ -289,19 +290,13 @@ ParsedXml parseXml(std::string utf8, bool preserveWhiteSpace) {
 }
 
 ParsedXml parseXml(StringView text, bool preserveWhiteSpace) {
-  String refused;  // with a character that the parser refuses in place of each lone surrogate
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if ((text[i] & 0xF800) != 0xD800) continue;
-    const bool isPair =
-        (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-    if (isPair) {
-      ++i;
-    } else {
-      if (refused.empty()) refused = text;
-      refused[i] = 1;
-    }
-  }
-  return parseXml(toUtf8(refused.empty() ? text : refused), preserveWhiteSpace);
+  constexpr std::size_t piece = 65536;  // units
+  XmlSaxEncoder encoder;
+  std::string utf8;
+  for (; !text.empty(); text.remove_prefix(std::min(piece, text.size())))
+    utf8 += encoder.encode(text.substr(0, piece));
+  utf8 += encoder.finish();
+  return parseXml(std::move(utf8), preserveWhiteSpace);
 }
 
 }  // namespace zelUtilities
