@@ -39,9 +39,10 @@ inline bool isNumeric(const char16_t* text) { return isNumeric(StringView(text))
 // Whether the value is a date or a text that reads as one.
 bool isDate(const Variant& value);
 
-// The kind's name as clients see it: "Empty", "Null", "Integer", "Long", "Single", "Double",
-// "Currency", "Date", "String", "Error", "Boolean", "Byte", "Object" (or the class's name),
-// "Nothing", and with "()" for an array.
+// A kind's name as clients see it: "Empty", "Null", "Integer", "Long", "Single", "Double",
+// "Currency", "Date", "String", "Error", "Boolean", "Byte", "Variant", else "Object".
+StringView kindName(VariantKind kind);
+// The name of the value's kind, for an object that of its class or "Nothing", and with "()" for an array.
 String typeName(const Variant& value);
 
 }  // namespace zelUtilities

@@ -4,8 +4,6 @@
 
 namespace zelUtilities {
 
-namespace {
-
 StringView kindName(VariantKind kind) {
   switch (kind) {
     case VariantKind::Empty:
@@ -38,8 +36,6 @@ StringView kindName(VariantKind kind) {
       return u"Object";
   }
 }
-
-}  // namespace
 
 String typeName(const Variant& value) {
   if (value.isArray()) return String(kindName(value.array().elementKind())) + u"()";

@@ -8,33 +8,6 @@ namespace zelUtilities::host {
 
 namespace {
 
-StringView kindName(VariantKind kind) {
-  switch (kind) {
-    case VariantKind::Integer:
-      return u"Integer";
-    case VariantKind::Long:
-      return u"Long";
-    case VariantKind::Single:
-      return u"Single";
-    case VariantKind::Double:
-      return u"Double";
-    case VariantKind::Currency:
-      return u"Currency";
-    case VariantKind::Date:
-      return u"Date";
-    case VariantKind::String:
-      return u"String";
-    case VariantKind::Boolean:
-      return u"Boolean";
-    case VariantKind::Byte:
-      return u"Byte";
-    case VariantKind::Object:
-      return u"Object";
-    default:
-      return u"Variant";
-  }
-}
-
 String typeText(const TypeInfo& type) {
   String text(kindName(type.kind));
   if (type.enumeration) text = type.enumeration()->name;
