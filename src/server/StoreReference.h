@@ -10,7 +10,8 @@
 namespace zelUtilities {
 
 // Writes a value where a client's reference (VT_BYREF and anything) points, converted to the type that is
-// kept there. Raises 13 or 6 where it does not convert; the client's value is then as before.
+// kept there. Raises 13 or 6 where it does not convert, 10 for an array of other bounds than a fixed one
+// there; the client's value is then as before.
 void storeReference(const VARIANT& reference, const Variant& value);
 
 }  // namespace zelUtilities
