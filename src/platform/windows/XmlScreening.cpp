@@ -101,21 +101,25 @@ class Entities {
   std::size_t declare(StringView subset) {
     const std::size_t end = read(subset);
     // What a parameter entity stands for may declare more.
-    while (!parameterTexts_.empty()) {
+    while (!parameterTexts_.empty() && fault_.empty()) {
       const StringView text = parameterTexts_.back();
       parameterTexts_.pop_back();
+      count(text.size());
       read(text);
     }
     for (const StringView reference : usedInType_) use(reference);
     return end;
   }
   void use(StringView reference) {
-    if (fault_.empty()) used_ += sizeOf(reference);
-    if (used_ > most_ && fault_.empty()) fault_ = u"The document's entities stand for too much.";
+    if (fault_.empty()) count(sizeOf(reference));
   }
   const String& fault() const { return fault_; }
 
  private:
+  void count(std::uint64_t size) {
+    used_ += size;
+    if (used_ > most_ && fault_.empty()) fault_ = u"The document's entities stand for too much.";
+  }
   std::size_t read(StringView subset);
   std::size_t readDeclaration(StringView subset, std::size_t at);
   void declareEntity(StringView declaration);
@@ -173,8 +177,10 @@ void Entities::declareEntity(StringView declaration) {
   Entity& entity = entities_[name.append(declaration.substr(at, nameEnd - at))];
   at = behindBlanks(declaration, nameEnd);
   if (at == declaration.size()) return;
-  entity.isExternal = quotes.find(declaration[at]) == StringView::npos;
-  if (entity.isExternal) return;
+  if (quotes.find(declaration[at]) == StringView::npos) {
+    entity.isExternal = true;
+    return;
+  }
   StringView value = literalAt(declaration, at);
   if (value.find(u"&#") != StringView::npos) value = texts_.emplace_back(decoded(value));
   // The references are counted, too, so that nothing is made of many that stand for nothing.
