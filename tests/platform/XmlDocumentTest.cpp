@@ -175,7 +175,7 @@ TEST(XmlDocument, WhatIsNotWellFormedEmptiesTheDocument) {
   }
 }
 
-TEST(XmlDocument, EntitiesAreReadWhereTheyAreNearAndFew) {
+TEST(XmlDocument, HostileDocumentsAreRefusedAndEntitiesReadWhereTheyAreNearAndFew) {
   const String large(100'000, u'x');
   const auto typed = [](StringView declarations, const String& rest) {
     return (String(u"<!-- <a> --><!DOCTYPE a [") += declarations).append(u"]>").append(rest);
@@ -189,6 +189,9 @@ TEST(XmlDocument, EntitiesAreReadWhereTheyAreNearAndFew) {
       {typed(u"<!ENTITY e '&#x26;e;'>", u"<a>&e;</a>"), false},
       {typed(u"<!ENTITY % p '<!ENTITY e \"" + large + u"\">'>%p;", uses), false},
       {entityBomb() + u"<a>&k;</a>", false},
+      {entityBomb() + u"<a b='&k;'/>", false},
+      {typed(u"<!ENTITY % p SYSTEM 'saved.xml'>%p;", u"<a/>"), false},
+      {repeated(u"<a>", 1'000'000), false},
       {typed(u"<!ENTITY e SYSTEM 'saved.xml'>", u"<a>&e;</a>"), false},
       {u"<!DOCTYPE a SYSTEM 'saved.xml'><a>&e;</a>", false},
       {typed(u"<!ENTITY e SYSTEM 'saved.xml'><!ENTITY g ']>'><!-- ' --><!ENTITY f \"'\">",
