@@ -62,6 +62,17 @@ bool arePlainHalves(const char16_t* first, const char16_t* second) {
   return isPlain(units);
 }
 
+// Whether numbers of the user's locale may hold the character: some part thousands by an apostrophe.
+bool occursInNumbers(char16_t reserved) {
+  const Locale& locale = currentLocale();
+  const auto symbols = {&locale.decimalSeparator, &locale.thousandsSeparator, &locale.currencySymbol,
+                        &locale.positiveSign, &locale.negativeSign};
+  return std::any_of(symbols.begin(), symbols.end(),
+                     [reserved](const String* symbol) { return symbol->find(reserved) != String::npos; });
+}
+
+}  // namespace
+
 StringView entityOf(char16_t reserved) {
   switch (reserved) {
     case u'&':
@@ -76,17 +87,6 @@ StringView entityOf(char16_t reserved) {
       return u"&quot;";
   }
 }
-
-// Whether numbers of the user's locale may hold the character: some part thousands by an apostrophe.
-bool occursInNumbers(char16_t reserved) {
-  const Locale& locale = currentLocale();
-  const auto symbols = {&locale.decimalSeparator, &locale.thousandsSeparator, &locale.currencySymbol,
-                        &locale.positiveSign, &locale.negativeSign};
-  return std::any_of(symbols.begin(), symbols.end(),
-                     [reserved](const String* symbol) { return symbol->find(reserved) != String::npos; });
-}
-
-}  // namespace
 
 std::size_t plainEnd(StringView text, std::size_t at) {
   const char16_t* const units = text.data();

@@ -7,6 +7,9 @@
 
 namespace zelUtilities {
 
+// How a reserved character is written: one of & < > ' and ".
+StringView entityOf(char16_t reserved);
+
 // Where the first unit at or after `at` stands that may be written otherwise; the size when there is none.
 std::size_t plainEnd(StringView text, std::size_t at);
 

@@ -1,7 +1,6 @@
 #include "text/mXML.h"
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
 
 #include "automation/CaseFolding.h"
@@ -16,12 +15,7 @@ namespace {
 
 constexpr StringView lineEnd = u"\r\n";
 
-struct Entity {
-  char16_t character;
-  StringView reference;
-};
-constexpr std::array<Entity, 5> entities = {
-    {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'\'', u"&apos;"}, {u'"', u"&quot;"}}};
+constexpr StringView reserved = u"&<>'\"";
 
 String unescape(StringView text, std::size_t firstAmpersand) {
   String out;
@@ -30,10 +24,10 @@ String unescape(StringView text, std::size_t firstAmpersand) {
   for (std::size_t at = firstAmpersand; at < text.size(); at = std::min(text.find(u'&', done), text.size())) {
     out += text.substr(done, at - done);
     const StringView rest = text.substr(at);
-    const auto entity = std::find_if(entities.begin(), entities.end(),
-                                     [rest](const Entity& e) { return rest.starts_with(e.reference); });
-    out += entity == entities.end() ? u'&' : entity->character;
-    done = at + (entity == entities.end() ? 1 : entity->reference.size());
+    const auto* const referred = std::find_if(
+        reserved.begin(), reserved.end(), [rest](char16_t unit) { return rest.starts_with(entityOf(unit)); });
+    out += referred == reserved.end() ? u'&' : *referred;
+    done = at + (referred == reserved.end() ? 1 : entityOf(*referred).size());
   }
   if (done < text.size()) out += text.substr(done);
   return out;
