@@ -30,10 +30,11 @@ prepare() {
   mv "$making" "$root"
 }
 
-# Within mounts of our own: shows the system's other folders inside the root and goes there.
+# Within mounts of our own: shows the system's other folders inside the root, with the locales and fonts that
+# installing would have set up, and goes there.
 enter='
   root=$1; shift
-  for folder in /*; do
+  for folder in /* /usr/lib/locale /etc/fonts; do
     case $folder in /usr | /lib* | /bin | /sbin | /etc) continue ;; esac
     [ -d "$folder" ] && [ ! -L "$folder" ] || continue
     mkdir -p "$root$folder"
