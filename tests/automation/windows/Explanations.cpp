@@ -110,7 +110,7 @@ constexpr Explanation nextCentury = {"the system puts the years 30 to 49 into th
 }  // namespace
 
 std::vector<Explanation> explainNumberConversions() {
-  return {
+  std::vector<Explanation> all = {
       {"the system makes dates that no calendar has from Single and Currency",
        WHERE(isDate(t.system) && t.ours.error == overflow)},
       {"the system chooses the exponent of small numbers by their size, we by the decimals they take",
@@ -120,6 +120,10 @@ std::vector<Explanation> explainNumberConversions() {
       {"the system writes a moment that rounds to midnight with the time",
        WHERE(eitherIs(t, VariantKind::Date) && has(their(t), u":00:00"))},
   };
+  if constexpr (sizeof(void*) == 4)
+    all.push_back({"in 32 bits the system rounds a currency once, we twice as in 64 bits",
+                   WHERE(t.value.kind() == VariantKind::Currency && differInLastPlaces(t))});
+  return all;
 }
 
 std::vector<Explanation> explainNumberTexts() {
