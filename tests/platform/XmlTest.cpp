@@ -17,6 +17,7 @@ TEST(Xml, TellsWhatADocumentHolds) {
       {u"<?xml version='1.0'?><r a='1' b=''><b>x</b></r>", "<r a=1 b=><b>x</b></r>"},
       {u"<?xml version='1.0' encoding='utf-8'?><r>\u20AC</r>", "<r>\u20AC</r>"},
       {u"\uFEFF<r/>", "<r></r>"},
+      {u"\uFEFF<?xml version='1.0' encoding='utf-8'?><r>\u20AC</r>", "<r>\u20AC</r>"},
       {u"<r xmlns:x='u' x:a='1' xmlns='d' b='2'><x:c x:d='3'/></r>",
        "<{d}r|r {u}a|x:a=1 b=2 {}|xmlns:x=u {}|xmlns=d><{u}c|x:c {u}d|x:d=3></x:c></r>"},
       {u"<r>a\r\nb\rc &lt;&amp;&#233;&#x1F600;\u00E9\xD83D\xDE00</r>",

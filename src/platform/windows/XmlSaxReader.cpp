@@ -10,10 +10,9 @@
 #include <cstring>
 #include <exception>
 #include <functional>
-#include <limits>
-#include <new>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "automation/Error.h"
@@ -22,7 +21,6 @@
 #include "platform/XmlStream.h"
 #include "platform/windows/ComErrors.h"
 #include "platform/windows/ForeignObject.h"
-#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/XmlScreening.h"
 
@@ -250,6 +248,7 @@ HRESULT XmlSaxHandler::fatalError(ISAXLocator* locator, const wchar_t* message, 
 class XmlSaxStream final : public IStream {
  public:
   // Failures of the source are kept by the handler.
+  XmlSaxStream(StringView text, XmlSaxHandler& handler);
   XmlSaxStream(XmlStream source, XmlSaxHandler& handler);
   XmlSaxStream(ISequentialStream& source, XmlSaxHandler& handler);
   XmlSaxStream(const XmlSaxStream&) = delete;
@@ -306,6 +305,13 @@ std::string bytesOf(StringView text) {
   return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
 }
 
+// The start of a text as the reader takes it for UTF-16.
+std::string marked(String start) {
+  if (!start.starts_with(u'\uFEFF')) start.insert(0, 1, u'\uFEFF');
+  if (StringView(start).substr(1).starts_with(u"<?xml")) blankEncoding(start);
+  return bytesOf(start);
+}
+
 // The bytes of an object that gives bytes, or texts as UTF-16 with a mark.
 class Pieces {
  public:
@@ -331,9 +337,7 @@ class Pieces {
       if (!source_.isText()) throw Error(ErrorNumber::TypeMismatch);
       start.append(source_.text());
     }
-    if (start.starts_with(u"<?xml")) blankEncoding(start);
-    if (!start.starts_with(u'\uFEFF')) start.insert(0, 1, u'\uFEFF');
-    return bytesOf(start);
+    return marked(std::move(start));
   }
 
   XmlStream source_;
@@ -348,6 +352,14 @@ std::string readSome(ISequentialStream& source) {
   bytes.resize(size);
   return bytes;
 }
+
+XmlSaxStream::XmlSaxStream(StringView text, XmlSaxHandler& handler)
+    : next_([text, isFirst = true]() mutable {
+        const StringView piece = text.substr(0, pieceSize);
+        text.remove_prefix(piece.size());
+        return std::exchange(isFirst, false) ? marked(String(piece)) : bytesOf(piece);
+      }),
+      handler_(handler) {}
 
 XmlSaxStream::XmlSaxStream(XmlStream source, XmlSaxHandler& handler)
     : next_([pieces = Pieces(std::move(source))]() mutable { return pieces.next(); }), handler_(handler) {}
@@ -416,15 +428,6 @@ void setUp(Held<ISAXXMLReader>& reader, XmlSaxHandler& handler) {
   requireSuccess(reader.object->putErrorHandler(&handler));
 }
 
-void putText(StringView text, VARIANT& source) {
-  if (text.size() > std::numeric_limits<UINT>::max() / sizeof(char16_t))
-    throw Error(ErrorNumber::OutOfMemory);
-  source.bstrVal =
-      SysAllocStringLen(reinterpret_cast<const wchar_t*>(text.data()), static_cast<UINT>(text.size()));
-  if (!source.bstrVal) throw std::bad_alloc();
-  source.vt = VT_BSTR;
-}
-
 // The object as a stream of the system's, where it is one.
 void askForStream(Object& object, Held<ISequentialStream>& stream) {
   const auto* foreign = dynamic_cast<const ForeignObject*>(&object);
@@ -450,10 +453,9 @@ class WindowsXml : public Xml {
       listener.refuse(refusal);
       return E_FAIL;
     }
-    OwnedVariant passed;
-    putText(text, passed);
-    listener.limits().took(text.size());
-    return reader.parse(passed);
+    // As a whole it would take some readers a look back over the line for each element.
+    XmlSaxStream stream(text, listener);
+    return readStream(reader, stream);
   }
 
   static HRESULT readObject(ISAXXMLReader& reader, Object& object, XmlSaxHandler& listener) {
@@ -465,10 +467,14 @@ class WindowsXml : public Xml {
     } else {
       stream.emplace(XmlStream{Ref<Object>(&object)}, listener);
     }
+    return readStream(reader, *stream);
+  }
+
+  static HRESULT readStream(ISAXXMLReader& reader, XmlSaxStream& stream) {
     VARIANT passed;  // owns nothing
     VariantInit(&passed);
     passed.vt = VT_UNKNOWN;
-    passed.punkVal = &*stream;
+    passed.punkVal = &stream;
     return reader.parse(passed);
   }
 };
