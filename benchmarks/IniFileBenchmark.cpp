@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "Measure.h"
 #include "Rows.h"
 #include "datalist/zelNodeList.h"
@@ -236,18 +237,31 @@ class QtIni {
 
 // --- The questions ---
 
+const FreshProcesses* freshProcesses = nullptr;
+
+template <class Ini>
+double secondsToLoad(const std::string& path) {
+  const double before = cpuSeconds();
+  const Ini ini{fs::path(path)};
+  return cpuSeconds() - before;
+}
+
+template <class Ini>
+double bytesOfLoaded(const std::string& path) {
+  const double before = bytesInUse();
+  const Ini ini{fs::path(path)};
+  return bytesInUse() - before;
+}
+
 template <class Ini>
 void load(benchmark::State& state) {
   const IniFile& file = fileOf(state.range(0));
-  const auto settings = static_cast<std::int64_t>(file.settings.size());
-  countBytes(state, std::string(Ini::name) + std::to_string(state.range(0)), static_cast<double>(settings),
-             [&] { return std::make_unique<Ini>(file.path); });
-  for (auto _ : state) {
-    state.SetIterationTime(firstSecondsOf(
-        [&] { return std::make_unique<Ini>(file.path); },
-        [&](const auto& ini) { require(ini->isWhole(file.settings.size()), "settings loaded"); }));
-  }
-  countItems(state, settings);
+  const std::string path = file.path.string();
+  require(Ini(file.path).isWhole(file.settings.size()), "settings loaded");
+  const double bytes = freshProcesses->measure(&bytesOfLoaded<Ini>, path);
+  state.counters["bytes"] = bytes / static_cast<double>(file.settings.size());
+  for (auto _ : state) state.SetIterationTime(freshProcesses->measure(&secondsToLoad<Ini>, path));
+  countItems(state, static_cast<std::int64_t>(file.settings.size()));
 }
 
 template <class Ini>
@@ -319,3 +333,13 @@ bool registerAll() {
 const bool registered = registerAll();
 
 }  // namespace
+
+int main(int count, char** arguments) {
+  const zelBenchmarks::FreshProcesses fresh;
+  freshProcesses = &fresh;
+  benchmark::Initialize(&count, arguments);
+  if (benchmark::ReportUnrecognizedArguments(count, arguments)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}

@@ -40,9 +40,9 @@ inline double bytesInUse() {
   return static_cast<double>(used.uordblks) + mapped - static_cast<double>(used.arena);
 }
 
-// What measure() returns in a child process, which starts with fresh memory and leaves no traces in ours.
-template <class Measure>
-double inFreshProcess(const Measure& measure) {
+// What the thing that build() returns takes, measured in a child process, which leaves no traces in ours.
+template <class Build>
+double bytesOf(const Build& build) {
   malloc_trim(0);
   std::array<int, 2> ends{};
   require(pipe(ends.data()) == 0, "pipe");
@@ -50,48 +50,26 @@ double inFreshProcess(const Measure& measure) {
   const pid_t child = fork();
   require(child >= 0, "fork");
   if (child == 0) {
-    const double result = measure();
-    const bool written = write(ends[1], &result, sizeof result) == sizeof result;
+    const double before = bytesInUse();
+    const auto built = build();
+    const double grown = bytesInUse() - before;
+    const bool written = write(ends[1], &grown, sizeof grown) == sizeof grown;
     _exit(written ? 0 : 1);
   }
-  double result = 0;
-  const bool readWhole = read(ends[0], &result, sizeof result) == sizeof result;
+  double grown = 0;
+  const bool readWhole = read(ends[0], &grown, sizeof grown) == sizeof grown;
   int status = 0;
   waitpid(child, &status, 0);
   close(ends[0]);
   close(ends[1]);
-  require(readWhole && status == 0, "the child process that measures");
-  return result;
-}
-
-// What the thing that build() returns takes.
-template <class Build>
-double bytesOf(const Build& build) {
-  return inFreshProcess([&] {
-    const double before = bytesInUse();
-    const auto built = build();
-    return bytesInUse() - before;
-  });
+  require(readWhole && status == 0, "the child process that measures memory");
+  return grown;
 }
 
 inline double cpuSeconds() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
-// The CPU time that build() takes the first time in a process. In a loop an allocator that keeps what is
-// freed would pay for its memory once, one that gives it back every time. The thing that was built is checked
-// outside the timing.
-template <class Build, class Check>
-double firstSecondsOf(const Build& build, const Check& check) {
-  return inFreshProcess([&] {
-    const double before = cpuSeconds();
-    const auto built = build();
-    const double seconds = cpuSeconds() - before;
-    check(built);
-    return seconds;
-  });
 }
 
 // Adds the counter bytes, per item; measured once for each name.
