@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <memory_resource>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -284,7 +286,10 @@ bool zelNodeList::SaveAsINI(const String& sFilename) const {
 }
 
 zelNode* zelNodeList::findEntry(StringView sSection, StringView sValue) const {
-  String key;
+  // Most keys need no memory but this.
+  std::array<std::byte, 512> room;
+  std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
+  std::pmr::u16string key(&memory);
   key.reserve(sSection.size() + sValue.size() + 2);
   key.append(u"[").append(sSection).append(u"]").append(sValue);
   return find(key);
