@@ -1,6 +1,7 @@
 // What the XML document answers on every system.
 #include "platform/Files.h"
 #include "platform/XmlNodes.h"
+#include "support/ScratchFolder.h"
 #include "support/XmlTexts.h"
 
 namespace zelUtilities {
@@ -176,6 +177,7 @@ TEST(XmlDocument, WhatIsNotWellFormedEmptiesTheDocument) {
 }
 
 TEST(XmlDocument, HostileDocumentsAreRefusedAndEntitiesReadWhereTheyAreNearAndFew) {
+  const ScratchFolder scratch;
   const String large(100'000, u'x');
   const auto typed = [](StringView declarations, const String& rest) {
     return (String(u"<!-- <a> --><!DOCTYPE a [") += declarations).append(u"]>").append(rest);
@@ -218,6 +220,7 @@ TEST(XmlDocument, TextIsReadWhateverEncodingItDeclares) {
 }
 
 TEST(XmlDocument, IsSavedAndLoadedByPath) {
+  const ScratchFolder scratch;
   documentOf(u"<a>\u00E9<b/></a>")(u"save", u"saved.xml");
   const LateBound document = newDocument();
   EXPECT_EQ(seen(document, u"load{saved.xml} text load{none.xml}"), "True|\u00E9|False");

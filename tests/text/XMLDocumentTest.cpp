@@ -9,6 +9,7 @@
 #include "platform/Objects.h"
 #include "support/RaisedError.h"
 #include "support/RecordingDialogs.h"
+#include "support/ScratchFolder.h"
 #include "text/zelXML.h"
 
 namespace zelUtilities {
@@ -83,6 +84,7 @@ TEST(XMLValues, WhatIsMissingOrDoesNotConvertIsRaisedWithItsSources) {
 }
 
 TEST(XMLDocument, IsLoadedFromAFileAtOnce) {
+  const ScratchFolder scratch;
   files().replaceWhole(u"job.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><r><n>\xE9</n></r>");
   const Ref<Object> document = zel_LoadXMLDocument(u"job.xml", true);
   EXPECT_EQ(shown(zel_ValueFromElement(u"r/n", document)), "String \xC3\xA9");

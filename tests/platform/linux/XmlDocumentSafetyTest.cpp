@@ -1,6 +1,7 @@
 // Documents that mean harm, and sizes that break recursion and whatever is quadratic.
 #include "platform/Files.h"
 #include "platform/XmlNodes.h"
+#include "support/ScratchFolder.h"
 #include "support/XmlTexts.h"
 
 namespace zelUtilities {
@@ -31,6 +32,7 @@ TEST(XmlDocumentSafety, EntitiesAndValuesOfTheDocumentTypeAreExpandedWithinLimit
 }
 
 TEST(XmlDocumentSafety, NothingElseIsRead) {
+  const ScratchFolder scratch;
   const String secret = files().fullPath(u"secret.txt");
   files().replaceWhole(secret, "<!ENTITY s 'secret'>");
   const String atSecret = u" SYSTEM '" + secret + u"'>";
@@ -67,6 +69,7 @@ TEST(XmlDocumentSafety, ManyChildrenAreWalkedAndRemovedOneByOne) {
 }
 
 TEST(XmlDocumentSafety, LargeDocumentsAreReadAndSaved) {
+  const ScratchFolder scratch;
   const String text(12'000'000, u'\u20AC');
   const String path = files().fullPath(u"large.xml");
   const LateBound document = documentOf(u"<?xml version='1.0' encoding='ISO-8859-15'?><a>" + text + u"</a>");

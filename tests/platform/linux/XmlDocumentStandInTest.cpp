@@ -2,6 +2,7 @@
 #include "platform/Files.h"
 #include "platform/XmlNodes.h"
 #include "support/RaisedError.h"
+#include "support/ScratchFolder.h"
 
 namespace zelUtilities {
 namespace {
@@ -52,6 +53,7 @@ TEST(XmlStandIn, AParseErrorSaysWhatAndWhere) {
 }
 
 TEST(XmlStandIn, AParseErrorNamesTheFile) {
+  const ScratchFolder scratch;
   const LateBound none = newDocument();
   EXPECT_EQ(seen(none, u"load{none.xml} parseError.url parseError.line"), "False|none.xml|0");
   EXPECT_EQ(errorCode(none), "800C0006");
@@ -139,6 +141,7 @@ TEST(XmlStandIn, NamesMatchAsTheyAreWritten) {
 }
 
 TEST(XmlStandIn, WhatWasSavedIsLoadedAgain) {
+  const ScratchFolder scratch;
   const String path = files().fullPath(u"saved.xml");
   documentOf(u"<?xml version='1.0'?><a b='&#10;'>\u00E9\u20AC\n&lt;<![CDATA[ ]]></a>")(u"save", path);
   const LateBound document = newDocument();
@@ -151,6 +154,7 @@ TEST(XmlStandIn, WhatWasSavedIsLoadedAgain) {
 }
 
 TEST(XmlStandIn, FilesAreReadInTheirEncoding) {
+  const ScratchFolder scratch;
   const std::string contents[] = {
       "<a>\xC3\xA9</a>",
       "\xEF\xBB\xBF<a>\xC3\xA9</a>",
@@ -163,6 +167,7 @@ TEST(XmlStandIn, FilesAreReadInTheirEncoding) {
 }
 
 TEST(XmlStandIn, SavesInTheDeclaredEncodingWhichXmlTextDoesNotHave) {
+  const ScratchFolder scratch;
   const auto saved = [](StringView encoding) {
     documentOf(u"<?xml version='1.0' encoding='" + String(encoding) + u"'?><a>\u00E9\u20AC\n</a>")(u"save",
                                                                                                    u"s.xml");
@@ -191,6 +196,7 @@ TEST(XmlStandIn, ADocumentTypeIsKept) {
 }
 
 TEST(XmlStandIn, EncodingsThatDoNotFitAreParseErrors) {
+  const ScratchFolder scratch;
   const std::pair<std::string, std::string> cases[] = {
       {"<?xml version='1.0' encoding='none'?><a/>", "C00CE56E"},
       {"<?xml version='1.0' encoding='UTF-8//IGNORE'?><a/>", "C00CE56E"},
