@@ -51,7 +51,7 @@ class XmlHandler {
  public:
   virtual void startDocument() {}
   virtual void startElement(const XmlName&, XmlAttributes&) {}
-  // Whether texts are of interest at this place; asked before each piece.
+  // Whether texts are of interest at this place; asked after each of the other calls, and before each piece.
   virtual bool wantsCharacters() const { return true; }
   // A piece of text, or of a CDATA section; line ends are LF. Pieces end wherever the reader likes.
   virtual void characters(StringView) {}

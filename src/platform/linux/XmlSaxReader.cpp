@@ -60,6 +60,14 @@ class Reading {
     if (limits_.exceeded()) refuse(data, XmlErrorNumber::Failed, limits_.sentence());
   }
   void refuse(void* data, std::int32_t number, StringView sentence) noexcept;
+  // Has the parser tell of texts, or not, after a call that may have changed what the handler wants.
+  void hearTexts();
+  // From here on entities may repeat what is given.
+  void count() {
+    isCounting_ = true;
+    hearTexts();
+  }
+  bool isCounting() const { return isCounting_; }
   // The first fault counts; those after it are mostly its consequences.
   void keep(std::int32_t number, String message);
   void ended() { isEnded_ = true; }
@@ -79,7 +87,8 @@ class Reading {
   xmlParserCtxt* context_;
   XmlLimits limits_;
   Fault fault_;
-  bool isEnded_ = false;  // the parser has seen the document to its end
+  bool isEnded_ = false;     // the parser has seen the document to its end
+  bool isCounting_ = false;  // all that is given
   std::exception_ptr raised_;
 };
 
@@ -125,11 +134,12 @@ void onStartTag(void* data, const xmlChar* name, const xmlChar* prefix, const xm
   reading.guarded(data, [&] {
     reading.limits().entered();
     if (reading.limits().exceeded()) return;
-    for (int i = 0; i < attributeCount; ++i)
+    for (int i = 0; reading.isCounting() && i < attributeCount; ++i)
       reading.limits().gave(static_cast<std::size_t>(attributes[5 * i + 4] - attributes[5 * i + 3]));
     reading.names.prune();
     Attributes given(reading, spaces, spaceCount, attributes, attributeCount);
     reading.handler.startElement(reading.names.name(name, prefix, uri), given);
+    reading.hearTexts();
   });
 }
 
@@ -138,6 +148,7 @@ void onEndTag(void* data, const xmlChar* name, const xmlChar* prefix, const xmlC
   reading.guarded(data, [&] {
     reading.limits().left();
     reading.handler.endElement(reading.names.name(name, prefix, uri));
+    reading.hearTexts();
   });
 }
 
@@ -150,10 +161,18 @@ void onCharacters(void* data, const xmlChar* text, int size) {
   });
 }
 
+void onDocumentType(void* data, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId) {
+  xmlSAX2InternalSubset(data, name, publicId, systemId);
+  Reading::of(data).count();
+}
+
 void onStart(void* data) {
   xmlSAX2StartDocument(data);  // entities are kept with the document
   Reading& reading = Reading::of(data);
-  reading.guarded(data, [&] { reading.handler.startDocument(); });
+  reading.guarded(data, [&] {
+    reading.handler.startDocument();
+    reading.hearTexts();
+  });
 }
 
 void onEnd(void* data) { Reading::of(data).ended(); }
@@ -194,7 +213,7 @@ xmlSAXHandler handlers() {
   handler.serror = onError;
   handler.startDocument = onStart;
   handler.endDocument = onEnd;
-  handler.internalSubset = xmlSAX2InternalSubset;
+  handler.internalSubset = onDocumentType;
   handler.isStandalone = xmlSAX2IsStandalone;
   handler.hasInternalSubset = xmlSAX2HasInternalSubset;
   handler.hasExternalSubset = xmlSAX2HasExternalSubset;
@@ -204,9 +223,6 @@ xmlSAXHandler handlers() {
   handler.getParameterEntity = parameterEntityNamed;
   handler.startElementNs = onStartTag;
   handler.endElementNs = onEndTag;
-  handler.characters = onCharacters;
-  handler.cdataBlock = onCharacters;
-  handler.ignorableWhitespace = onCharacters;  // the same, so that the parser does not guess which it is
   return handler;
 }
 
@@ -243,11 +259,19 @@ Reading::Reading(XmlHandler& to) : handler(to) {
   context_ = xmlCreatePushParserCtxt(&handler, nullptr, nullptr, 0, nullptr);
   if (!context_) throw std::bad_alloc();
   context_->_private = this;
+  hearTexts();
 }
 
 Reading::~Reading() {
   xmlFreeDoc(context_->myDoc);
   xmlFreeParserCtxt(context_);
+}
+
+void Reading::hearTexts() {
+  xmlSAXHandler& told = *context_->sax;
+  told.characters = isCounting_ || handler.wantsCharacters() ? onCharacters : nullptr;
+  told.cdataBlock = told.characters;
+  told.ignorableWhitespace = told.characters;  // the same, so that the parser does not guess which it is
 }
 
 void Reading::read(StringView text) {
