@@ -70,7 +70,7 @@ void writeEntry(zelStringCat& out, const zelNode& entry) {
 // lines and names one unit at a time would take a good part of loading a file.
 std::size_t findUnit(StringView text, char16_t unit, std::size_t at = 0) {
   using Eight [[gnu::vector_size(16)]] = std::uint16_t;
-  const Eight wanted = Eight{} + unit;
+  const Eight wanted = Eight{} + static_cast<std::uint16_t>(unit);
   for (; at + 8 <= text.size(); at += 8) {
     Eight units;
     std::memcpy(&units, text.data() + at, sizeof units);

@@ -70,8 +70,8 @@ class SingleByteCodePage {
   }
   template <class Units>
   static bool isAscii(const Units& units) {
-    std::array<std::uint64_t, sizeof units / sizeof(std::uint64_t)> beyond =
-        std::bit_cast<decltype(beyond)>(units & ~0x7F);
+    using Parts = std::array<std::uint64_t, sizeof units / sizeof(std::uint64_t)>;
+    const auto beyond = std::bit_cast<Parts>(units & ~0x7F);
     std::uint64_t any = 0;
     for (const std::uint64_t part : beyond) any |= part;
     return any == 0;
