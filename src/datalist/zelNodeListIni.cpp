@@ -171,11 +171,11 @@ class zelNodeList::IniReader {
   // False for an empty file, of which nothing is made.
   bool read(FileReader& file) {
     LinePieces pieces(file);
-    std::string_view piece = pieces.next();
+    std::string_view piece = nextOf(pieces);
     if (piece.empty()) return false;
     list_.allNodes_.reserve(expectedLines(piece, file.length()));
     list_.createNode({{}, defaultSection, u"[Default]"});
-    for (; !piece.empty(); piece = pieces.next()) readLines(widen(piece));
+    for (; !piece.empty(); piece = nextOf(pieces)) readLines(widen(piece));
     return true;
   }
 
@@ -186,6 +186,16 @@ class zelNodeList::IniReader {
     StringView text;
     StringView data;
   };
+
+  // Nothing stays of a file that cannot be read to its end.
+  std::string_view nextOf(LinePieces& pieces) {
+    try {
+      return pieces.next();
+    } catch (...) {
+      list_.Clear();
+      throw;
+    }
+  }
 
   void readLines(const String& text) {
     Lines lines(text);
@@ -256,12 +266,7 @@ bool zelNodeList::LoadFromINI(const String& sFilename) {
     InitializeAsINI();
     const std::unique_ptr<FileReader> file = mFiles::openVisible(sFilename);
     if (!file) return;
-    try {
-      loaded = IniReader(*this).read(*file);
-    } catch (...) {
-      Clear();  // half a file is none
-      throw;
-    }
+    loaded = IniReader(*this).read(*file);
   });
   return loaded;
 }
