@@ -168,7 +168,8 @@ class zelNodeList::IniReader {
  public:
   explicit IniReader(zelNodeList& list) : list_(list) {}
 
-  // False for an empty file, of which nothing is made.
+  // False for an empty file, of which nothing is made, and for one that cannot be read to its end, of which
+  // nothing stays.
   bool read(FileReader& file) {
     LinePieces pieces(file);
     std::string_view piece = nextOf(pieces);
@@ -176,7 +177,8 @@ class zelNodeList::IniReader {
     list_.allNodes_.reserve(expectedLines(piece, file.length()));
     list_.createNode({{}, defaultSection, u"[Default]"});
     for (; !piece.empty(); piece = nextOf(pieces)) readLines(widen(piece));
-    return true;
+    if (hasFailed_) list_.Clear();
+    return !hasFailed_;
   }
 
  private:
@@ -187,13 +189,13 @@ class zelNodeList::IniReader {
     StringView data;
   };
 
-  // Nothing stays of a file that cannot be read to its end.
+  // A failure to read is as silent as one to open the file.
   std::string_view nextOf(LinePieces& pieces) {
     try {
       return pieces.next();
     } catch (...) {
-      list_.Clear();
-      throw;
+      hasFailed_ = true;
+      return {};
     }
   }
 
@@ -247,6 +249,7 @@ class zelNodeList::IniReader {
   std::array<Line, 16> lines_;
   std::size_t waiting_ = 0;
   long long blankLines_ = 0;
+  bool hasFailed_ = false;
 };
 
 void zelNodeList::InitializeAsINI() {

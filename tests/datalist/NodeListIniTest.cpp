@@ -112,29 +112,36 @@ TEST_F(Ini, AnEmptyOrMissingFileLeavesAnInitialisedList) {
 }
 
 struct FailingReader : FileReader {
-  FailingReader() : FileReader(100'000) {}
+  explicit FailingReader(int goodReads) : FileReader(100'000), left(goodReads) {}
   std::size_t readMore(std::span<char> buffer) override {
-    if (hasRead) throw Error(ErrorNumber::DeviceIO);
-    hasRead = true;
+    if (left-- == 0) throw Error(ErrorNumber::DeviceIO);
     std::fill(buffer.begin(), buffer.end(), '\n');
     std::copy_n("a=1\r\nb", 6, buffer.begin());
     return buffer.size();
   }
-  bool hasRead = false;
+  int left;
 };
 
 TEST_F(Ini, AFileThatCannotBeReadToItsEndLeavesAnInitialisedList) {
   struct FailingDisk : FailingFiles {
     using FailingFiles::FailingFiles;
-    std::unique_ptr<FileReader> open(StringView) override { return std::make_unique<FailingReader>(); }
+    std::unique_ptr<FileReader> open(StringView) override {
+      return std::make_unique<FailingReader>(goodReads);
+    }
+    int goodReads = 0;
   };
   ErrorLog errors;
   const String file = write("in.ini", "x");
   FailingDisk disk("", 0);
   const Replaced<Files> replaced(disk);
+  EventLog events(*list);
+  EXPECT_FALSE(list->LoadFromINI(file));
+  EXPECT_TRUE(events.take().ends_with("ColumnAdded Data\n"));
+  disk.goodReads = 1;
   EXPECT_FALSE(list->LoadFromINI(file));
   EXPECT_EQ(list->Count(), 0);
-  EXPECT_EQ(errors.text(), "zelNodeList.LoadFromINI 57\n");
+  EXPECT_TRUE(events.take().ends_with("NodeAdded []a\nNodesCleared \n"));
+  EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(Ini, TellsTheUserOfAFileThatCannotBeWritten) {
