@@ -207,8 +207,7 @@ class zelNodeList::IniReader {
         add({u"K" + decimalText(blankLines_++), {}, {}});
       } else if (line.front() == u'[') {
         createWaiting();
-        list_.createNode({{}, line, line});
-        section_ = line;
+        section_ = list_.createNode({{}, line, line})->Key();  // as it was first written
       } else {
         add(entryOf(line));
       }

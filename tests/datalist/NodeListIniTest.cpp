@@ -1,78 +1,52 @@
-#include <filesystem>
-#include <fstream>
-
 #include "datalist/NodeListFixture.h"
-#include "platform/Dialogs.h"
 #include "support/FailingFiles.h"
+#include "support/RecordingDialogs.h"
+#include "support/ScratchFolder.h"
 
 namespace zelUtilities {
 namespace {
 
-struct RecordedDialogs : Dialogs {
-  std::int32_t messageBox(StringView text, StringView title, std::int32_t) override {
-    shown += utf8(title) + "|" + utf8(text) + "\n";
-    return MessageBoxAnswer::Ok;
-  }
-  std::string shown;
-};
-
 struct Ini : testing::Test {
-  std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                 ("zelini" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+  ScratchFolder folder;
   Ref<zelNodeList> list = make<zelNodeList>();
+  RecordingDialogs dialogs;
+  Replaced<Dialogs> dialogsInForce{dialogs};
+  Reports reports{"zelNodeList."};
 
-  Ini() { std::filesystem::create_directories(folder); }
-  ~Ini() override { std::filesystem::remove_all(folder); }
-
-  String path(const char* name) const { return fromUtf8((folder / name).string()); }
-  String write(const char* name, const std::string& bytes) const {
-    std::ofstream(folder / name, std::ios::binary) << bytes;
-    return path(name);
+  bool load(const std::string& bytes) {
+    files().replaceWhole(u"in.ini", bytes);
+    return list->LoadFromINI(u"in.ini");
   }
-  std::string read(const char* name) const {
-    std::ifstream file(folder / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  bool load(const std::string& bytes) { return list->LoadFromINI(write("in.ini", bytes)); }
   std::string saved() {
-    EXPECT_TRUE(list->SaveAsINI(path("out.ini")));
-    return read("out.ini");
+    EXPECT_TRUE(list->SaveAsINI(u"out.ini"));
+    return files().readWhole(u"out.ini");
   }
 };
 
 TEST_F(Ini, KeepsTheShapeOfAFile) {
-  const std::string text =
-      "; settings\r\ntop=1\r\n\r\n[Paths] ; where things are\r\nHome = C:\\x\r\nempty=\r\na=b=c\r\nno "
-      "value\r\n\r\n[Last]\r\n";
-  EXPECT_TRUE(load(text));
-  EXPECT_EQ(saved(), text);
-}
-
-TEST_F(Ini, EndsEveryLineAndTrimsBlanksAroundLines) {
-  load("  a = 1  \r\n  [S]  \r\n ; c \r\nlast");
-  EXPECT_EQ(saved(), "a = 1\r\n[S]\r\n; c\r\nlast\r\n");
-}
-
-TEST_F(Ini, BringsEveryByteBack) {
-  std::string text = "[S]\r\nall=";
+  std::string everyByte = "[S]\r\nall=";
   for (int byte = 1; byte < 256; ++byte)
-    if (byte != '\r' && byte != ' ') text += static_cast<char>(byte);
-  text += "\r\nlone=a\nb\rc\r\nnul=";
-  text += std::string("x\0y", 3) + "\r\n";
-  EXPECT_TRUE(load(text));
-  EXPECT_EQ(saved(), text);
+    if (byte != '\r' && byte != ' ') everyByte += static_cast<char>(byte);
+  everyByte += "\r\nlone=a\nb\rc\r\nnul=" + std::string("x\0y", 3) + "\r\n";
+  for (const std::string& text :
+       {std::string("; settings\r\ntop=1\r\n\r\n[Paths] ; where things are\r\nHome = C:\\x\r\nempty=\r\n"
+                    "a=b=c\r\nno value\r\n\r\n[Last]\r\n"),
+        everyByte, std::string("\r\n")}) {
+    EXPECT_TRUE(load(text));
+    EXPECT_EQ(saved(), text);
+  }
+  EXPECT_EQ(keysOf(*list), "[] []K0") << "nothing after the last line end is no line";
+  load("  a = 1  \r\n  [S]  \r\n ; c \r\nlast");
+  EXPECT_EQ(saved(), "a = 1\r\n[S]\r\n; c\r\nlast\r\n") << "but for blanks around lines and the last end";
 }
 
 TEST_F(Ini, KeysNodesBySectionAndNameOrNumber) {
   EventLog events(*list);
   load("x\r\n\r\n[Paths]\r\n Home = 1\r\n\r\n;c\r\n");
-  EXPECT_EQ(
-      events.take(),
-      "NodesCleared \nColumnsCleared \nColumnAdded Value\nColumnAdded Data\nNodeAdded []\nNodeAdded []x\n"
-      "NodeAdded []K0\nNodeAdded [Paths]\nNodeAdded [Paths]Home\nNodeAdded [Paths]K1\nNodeAdded [Paths];c\n");
-  EXPECT_EQ(list->Item(u"[]")->Text(), u"[Default]");
-  EXPECT_EQ(list->Item(u"[paths]HOME")->Text(), u"Home ");
-  EXPECT_EQ(list->Item(u"[Paths];c")->Text(), u"");
+  EXPECT_EQ(events.take(),
+            "clear clear| +|Value +|Data +[] +[]x +[]K0 +[Paths] +[Paths]Home +[Paths]K1 +[Paths];c ");
+  const auto text = [&](StringView key) { return list->Item(key)->Text(); };
+  EXPECT_EQ(spelled({text(u"[]"), text(u"[paths]HOME"), text(u"[Paths];c")}), "[Default]|Home |");
 }
 
 TEST_F(Ini, ReadsAndUpdatesValuesThatAreThere) {
@@ -89,26 +63,8 @@ TEST_F(Ini, ReadsAndUpdatesValuesThatAreThere) {
 TEST_F(Ini, RepeatedSectionsGoOnAndTheLastValueOfANameWins) {
   load("[A]\r\nx=1\r\ny=2\r\n[B]\r\n[a]\r\nX=3\r\nz=4\r\n[unclosed\r\nq=5\r\n=lost\r\n");
   EXPECT_EQ(list->Item(u"[unclosed")->Cells()->Item(u"Data")->Value().text(), u"lost");
+  EXPECT_EQ(list->Item(u"[a]z")->Key(), u"[A]z");
   EXPECT_EQ(saved(), "[A]\r\nx=3\r\ny=2\r\nz=4\r\n[B]\r\n[unclosed\r\nq=5\r\n");
-}
-
-TEST_F(Ini, CountsBlankLinesAndNothingAfterTheLastLineEnd) {
-  EXPECT_TRUE(load("\r\n"));
-  EXPECT_EQ(keysOf(*list), "[] []K0");
-  EXPECT_EQ(saved(), "\r\n");
-}
-
-TEST_F(Ini, AnEmptyOrMissingFileLeavesAnInitialisedList) {
-  RecordedDialogs dialogs;
-  const Replaced<Dialogs> replaced(dialogs);
-  ErrorLog errors;
-  load("[A]\r\nx=1\r\n");
-  EXPECT_FALSE(load(""));
-  EXPECT_EQ(list->Count(), 0);
-  EXPECT_EQ(keysOf(*list->Columns()), "Value Data");
-  EXPECT_FALSE(list->LoadFromINI(path("missing.ini")));
-  EXPECT_FALSE(list->LoadFromINI(fromUtf8(folder.string())));
-  EXPECT_EQ(dialogs.shown + errors.text(), "");
 }
 
 struct FailingReader : FileReader {
@@ -121,58 +77,58 @@ struct FailingReader : FileReader {
   }
   int left;
 };
+struct FailingDisk : FailingFiles {
+  FailingDisk() : FailingFiles("", 0) {}
+  std::unique_ptr<FileReader> open(StringView) override { return std::make_unique<FailingReader>(goodReads); }
+  int goodReads = 0;
+};
 
-TEST_F(Ini, AFileThatCannotBeReadToItsEndLeavesAnInitialisedList) {
-  struct FailingDisk : FailingFiles {
-    using FailingFiles::FailingFiles;
-    std::unique_ptr<FileReader> open(StringView) override {
-      return std::make_unique<FailingReader>(goodReads);
-    }
-    int goodReads = 0;
-  };
-  ErrorLog errors;
-  const String file = write("in.ini", "x");
-  FailingDisk disk("", 0);
-  const Replaced<Files> replaced(disk);
+TEST_F(Ini, WhatCannotBeReadIsSilentAndLeavesAnInitialisedList) {
   EventLog events(*list);
-  EXPECT_FALSE(list->LoadFromINI(file));
-  EXPECT_TRUE(events.take().ends_with("ColumnAdded Data\n"));
+  const auto expectNone = [&](StringView name, const std::string& lastEvents) {
+    EXPECT_FALSE(list->LoadFromINI(String(name)));
+    EXPECT_TRUE(events.take().ends_with(lastEvents));
+    EXPECT_EQ(spelled({list->Count(), list->Columns()->Count()}), "0|2");
+    list->Create(u"", u"[A]", u"[A]");
+  };
+  load("[A]\r\nx=1\r\n");
+  files().replaceWhole(u"empty.ini", "");
+  for (const StringView name : {u"empty.ini", u"missing.ini", u"."}) expectNone(name, "+|Data ");
+  FailingDisk disk;
+  const Replaced<Files> replaced(disk);
+  expectNone(u"in.ini", "+|Data ");
   disk.goodReads = 1;
-  EXPECT_FALSE(list->LoadFromINI(file));
-  EXPECT_EQ(list->Count(), 0);
-  EXPECT_TRUE(events.take().ends_with("NodeAdded []a\nNodesCleared \n"));
-  EXPECT_EQ(errors.text(), "");
+  expectNone(u"in.ini", "+[]a clear ");
+  EXPECT_EQ(reports.taken(), "");
+  EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(Ini, TellsTheUserOfAFileThatCannotBeWritten) {
-  RecordedDialogs dialogs;
-  const Replaced<Dialogs> replaced(dialogs);
   load("a=1\r\n");
-  EXPECT_TRUE(list->SaveAsINI(path("no such folder/out.ini")));
-  EXPECT_EQ(dialogs.shown.substr(0, 56), "Write Error|The requested file could not be written:    ");
+  EXPECT_TRUE(list->SaveAsINI(u"no such folder/out.ini"));
+  ASSERT_EQ(dialogs.boxes.size(), 1U);
+  EXPECT_EQ(dialogs.boxes[0].title, u"Write Error");
+  EXPECT_TRUE(dialogs.boxes[0].text.starts_with(u"The requested file could not be written:    "));
 }
 
 TEST_F(Ini, NeedsItsDataColumn) {
   auto plain = make<zelNodeList>();
   plain->Create(u"", u"[S]", u"[S]");
   plain->Create(u"[S]", u"[S]x", u"x");
-  ErrorLog errors;
   EXPECT_EQ(plain->ReadINIValue(u"S", u"x", u"none"), u"");
   EXPECT_FALSE(plain->UpdateINIValue(u"S", u"x", u"1"));
-  write("out.ini", "kept");
-  EXPECT_FALSE(plain->SaveAsINI(path("out.ini")));
-  EXPECT_EQ(read("out.ini"), "kept");
+  files().replaceWhole(u"out.ini", "kept");
+  EXPECT_FALSE(plain->SaveAsINI(u"out.ini"));
+  EXPECT_EQ(files().readWhole(u"out.ini"), "kept");
   list->InitializeAsINI();
   EXPECT_FALSE(list->CopySection(plain->Item(u"[S]")));
-  EXPECT_EQ(errors.text(),
-            "zelNodeList.ReadINIValue 91\nzelNodeList.UpdateINIValue 91\nzelNodeList.SaveAsINI 91\n"
-            "zelNodeList.CopySection 91\n");
+  EXPECT_EQ(reports.taken(), "ReadINIValue|91 UpdateINIValue|91 SaveAsINI|91 CopySection|91 ");
 }
 
 TEST_F(Ini, CopiesASectionOverTheValuesThatAreThere) {
+  load("[a]\r\nX =2\r\nnew=3\r\n[B]\r\n");
+  const auto other = std::exchange(list, make<zelNodeList>());
   load("[A]\r\nx=1\r\n;note\r\n");
-  auto other = make<zelNodeList>();
-  other->LoadFromINI(write("other.ini", "[a]\r\nX =2\r\nnew=3\r\n[B]\r\n"));
   EXPECT_TRUE(list->CopySection(other->Item(u"[a]")));
   EXPECT_TRUE(list->CopySection(other->Item(u"[B]")));
   EXPECT_FALSE(list->CopySection(nullptr));
@@ -193,18 +149,14 @@ TEST_F(Ini, KeepsTheShapeOfALongFileHoweverItsLinesLie) {
 }
 
 TEST_F(Ini, TakesHugeFilesAsTheyAre) {
-  const std::string line = "x=" + std::string(100'000'000, '=') + "\r\n";
-  EXPECT_TRUE(load(line));
-  EXPECT_EQ(saved(), line);
-
   std::string sections;
   for (int i = 0; i < 1'000'000; ++i) sections += "[" + std::to_string(i) + "]\r\n";
-  EXPECT_TRUE(load(sections));
+  for (const std::string& text :
+       {"x=" + std::string(100'000'000, '=') + "\r\n", std::string(1'000'000, '\0') + "\r\n", sections}) {
+    EXPECT_TRUE(load(text));
+    EXPECT_TRUE(saved() == text);
+  }
   EXPECT_EQ(list->RootNodes()->Count(), 1'000'001);
-  EXPECT_EQ(saved(), sections);
-
-  EXPECT_TRUE(load(std::string(1'000'000, '\0')));
-  EXPECT_EQ(saved(), std::string(1'000'000, '\0') + "\r\n");
 }
 
 }  // namespace
