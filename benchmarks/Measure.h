@@ -15,6 +15,8 @@
 #include <map>
 #include <string>
 
+#include "platform/LargeBlocks.h"
+
 namespace zelBenchmarks {
 
 inline void require(bool right, const char* what) {
@@ -30,14 +32,16 @@ inline void countItems(benchmark::State& state, std::int64_t itemsOfAnIteration)
                          benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-// Bytes in use: what the allocator has given out, its own headers included, and memory mapped past it.
+// Bytes in use: what the allocator has given out, its own headers included, and memory mapped past it, but
+// for the blocks that wait for their next use.
 inline double bytesInUse() {
   const auto used = mallinfo2();
   std::ifstream file("/proc/self/statm");
   double pages = 0;  // of address space
   file >> pages;
   const double mapped = pages * static_cast<double>(sysconf(_SC_PAGESIZE));
-  return static_cast<double>(used.uordblks) + mapped - static_cast<double>(used.arena);
+  return static_cast<double>(used.uordblks) + mapped - static_cast<double>(used.arena) -
+         static_cast<double>(zelUtilities::LargeBlocks::spareBytes());
 }
 
 // What the thing that build() returns takes, measured in a child process, which leaves no traces in ours.

@@ -1,30 +1,37 @@
 #include "datalist/NodeMemory.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <new>
+
+#include "platform/LargeBlocks.h"
 
 namespace zelUtilities {
 
 namespace {
 
 constexpr std::size_t smallestChunk = std::size_t{64} << 10;
-constexpr std::size_t largestChunk = std::size_t{2} << 20;  // a large page
+constexpr std::size_t largestChunk = LargeBlocks::bytes;
 
 }  // namespace
 
 // Its first step holds its own address, by which a block finds it.
 struct NodeMemory::Chunk {
-  explicit Chunk(std::size_t bytes) {
-    if (!memory.grow(bytes)) throw std::bad_alloc();
-    ::new (memory.data()) Chunk*(this);
+  explicit Chunk(std::size_t size) : bytes(size), first(isLarge() ? LargeBlocks::take() : std::malloc(size)) {
+    if (!first) throw std::bad_alloc();
+    ::new (first) Chunk*(this);
   }
+  ~Chunk() { isLarge() ? LargeBlocks::give(first) : std::free(first); }
+  Chunk(const Chunk&) = delete;
+  Chunk& operator=(const Chunk&) = delete;
 
-  std::byte* start() const { return static_cast<std::byte*>(memory.data()); }
-  std::byte* place(std::uint32_t offset) const { return start() + offset; }
+  bool isLarge() const { return bytes == LargeBlocks::bytes; }
+  std::byte* place(std::uint32_t offset) const { return static_cast<std::byte*>(first) + offset; }
 
-  GrowingMemory memory;
+  const std::size_t bytes;
+  void* const first;
   std::size_t blocks = 0;     // in use
   std::uint32_t used = step;  // bytes; the rest has never been a block
   std::list<Chunk>::iterator self;
@@ -49,7 +56,7 @@ NodeMemory::Block NodeMemory::allocatePooled(std::uint32_t steps) {
     return {found, found->offset};
   }
   const std::uint32_t bytes = steps * step;
-  if (chunks_.empty() || chunks_.back().memory.size() - chunks_.back().used < bytes) addChunk();
+  if (chunks_.empty() || chunks_.back().bytes - chunks_.back().used < bytes) addChunk();
   Chunk& chunk = chunks_.back();
   const std::uint32_t offset = chunk.used;
   chunk.used += bytes;
@@ -61,7 +68,7 @@ NodeMemory::Block NodeMemory::allocatePooled(std::uint32_t steps) {
 void NodeMemory::addChunk() {
   chunks_.emplace_back(std::clamp(chunkBytes_, smallestChunk, largestChunk));
   chunks_.back().self = std::prev(chunks_.end());
-  chunkBytes_ += chunks_.back().memory.size();
+  chunkBytes_ += chunks_.back().bytes;
 }
 
 NodeMemory::Chunk& NodeMemory::chunkOf(const void* place, std::uint32_t offset) {
@@ -103,7 +110,7 @@ void NodeMemory::empty(Chunk& chunk) noexcept {
 }
 
 void NodeMemory::drop(Chunk& chunk) noexcept {
-  chunkBytes_ -= chunk.memory.size();
+  chunkBytes_ -= chunk.bytes;
   chunks_.erase(chunk.self);
 }
 

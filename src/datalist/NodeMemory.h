@@ -4,8 +4,8 @@
 //   memory.free(block, bytes);
 //
 // The first nodes of a list come from the heap, one by one. A list that has many takes them from chunks,
-// which cost no bookkeeping a node. A freed block serves the next node of its size; a chunk goes back to the
-// system with the last of its blocks, so that a node which a client holds on to keeps no more than one chunk
+// which cost no bookkeeping a node. A freed block serves the next node of its size; a chunk is given back
+// with the last of its blocks, so that a node which a client holds on to keeps no more than one chunk
 // of an old list.
 #pragma once
 
@@ -13,8 +13,6 @@
 #include <cstdint>
 #include <list>
 #include <vector>
-
-#include "platform/GrowingMemory.h"
 
 namespace zelUtilities {
 

@@ -2,37 +2,28 @@
 
 #include <sys/mman.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+
+#include "platform/linux/LargePages.h"
 
 namespace zelUtilities {
 
 namespace {
 
-constexpr std::size_t largePage = std::size_t{2} << 20;
-constexpr std::size_t mappedFrom = largePage;  // smaller buffers come from the heap
+constexpr std::size_t mappedFrom = LargePages::size;  // smaller buffers come from the heap
 
 bool isMapped(std::size_t bytes) { return bytes >= mappedFrom; }
 
-std::size_t wholePages(std::size_t bytes) { return (bytes + largePage - 1) / largePage * largePage; }
-
-// Address space that begins at a large page; nothing where the system refuses.
-void* map(std::size_t bytes) {
-  void* place = mmap(nullptr, bytes + largePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (place == MAP_FAILED) return nullptr;
-  auto* const begin = static_cast<std::byte*>(place);
-  const std::size_t skipped = -reinterpret_cast<std::uintptr_t>(begin) % largePage;
-  if (skipped > 0) munmap(begin, skipped);
-  munmap(begin + skipped + bytes, largePage - skipped);
-  return begin + skipped;
+std::size_t wholePages(std::size_t bytes) {
+  return (bytes + LargePages::size - 1) / LargePages::size * LargePages::size;
 }
 
 // Between two places at large pages, moving hands over whole tables of pages.
 void* growMapped(void* data, std::size_t size, std::size_t bytes) {
   if (mremap(data, size, bytes, 0) != MAP_FAILED) return data;
-  void* place = map(bytes);
+  void* place = LargePages::map(bytes);
   if (!place) return nullptr;
   if (mremap(data, size, size, MREMAP_MAYMOVE | MREMAP_FIXED, place) != MAP_FAILED) return place;
   munmap(place, bytes);
@@ -40,7 +31,7 @@ void* growMapped(void* data, std::size_t size, std::size_t bytes) {
 }
 
 void* moveFromHeap(void* data, std::size_t size, std::size_t bytes) {
-  void* place = map(bytes);
+  void* place = LargePages::map(bytes);
   if (!place) return nullptr;
   if (size > 0) std::memcpy(place, data, size);
   std::free(data);
