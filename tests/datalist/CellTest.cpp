@@ -4,61 +4,45 @@ namespace zelUtilities {
 namespace {
 
 struct Cell : testing::Test {
-  Ref<zelNodeList> list = make<zelNodeList>();
-  Ref<zelCell> cell;
-
   zelNodeListColumn& withColumn(ZEL_Utilities_CellTypes type) {
-    Ref<zelNodeListColumn> column = addColumn(*list, u"C", type);
+    Ref<zelNodeListColumn> column = list->CreateColumn(defined(u"C", type));
     cell = list->Create(u"", u"n", u"")->Cells()->Item(u"c");
     return *column;
   }
+  std::string formatted(const Variant& value) {
+    cell->setValue(value);
+    return toUtf8(cell->FormattedValue());
+  }
+
+  Ref<zelNodeList> list = make<zelNodeList>();
+  Ref<zelCell> cell;
 };
 
 TEST_F(Cell, FallsBackToItsColumnUntilItHasASettingOfItsOwn) {
   zelNodeListColumn& column = withColumn(ZEL_CellType_Long);
-  EXPECT_EQ(cell->CellType(), ZEL_CellType_UseColumn);
-  EXPECT_EQ(cell->EffectiveCellType(), ZEL_CellType_Long);
-  cell->setCellType(ZEL_CellType_Double);
-  EXPECT_EQ(cell->EffectiveCellType(), ZEL_CellType_Double);
-
   column.setHasCheckbox(true);
-  EXPECT_TRUE(cell->EffectiveHasCheckbox());
-  cell->setHasCheckbox(ZEL_CellBoolean_False);
-  EXPECT_FALSE(cell->EffectiveHasCheckbox());
-
   column.setCellButtons(make<zelCellButtons>());
+  constexpr auto settings = u"CellType EffectiveCellType EffectiveHasCheckbox";
+  EXPECT_EQ(propertiesOf(*cell, settings), "0|3|True");
   EXPECT_EQ(cell->EffectiveCellButtons(), column.CellButtons());
+  put(*cell, {{u"CellType", ZEL_CellType_Double}, {u"HasCheckbox", ZEL_CellBoolean_False}});
   cell->setCellButtons(make<zelCellButtons>());
+  EXPECT_EQ(propertiesOf(*cell, settings), "5|5|False");
   EXPECT_EQ(cell->EffectiveCellButtons(), cell->CellButtons());
-
-  EXPECT_TRUE(cell->SortPickList());
-  EXPECT_FALSE(cell->PickListAsUpperCase());
+  EXPECT_EQ(propertiesOf(*cell, u"SortPickList PickListAsUpperCase"), "True|False");
   EXPECT_EQ(cell->UOMNodeListFilter(), cell->UOMNodeListFilter());
 }
 
 TEST_F(Cell, ShowsItsValueByTheColumnsFormat) {
   zelNodeListColumn& column = withColumn(ZEL_CellType_Double);
-  cell->setValue(1234.5);
-  EXPECT_EQ(cell->FormattedValue(), u"1234.50");
-  cell->setValue(Variant::missing());
-  EXPECT_EQ(cell->FormattedValue(), u"");
+  EXPECT_EQ(formatted(1234.5) + "|" + formatted(Variant::missing()), "1234.50|");
+  column.setCellType(ZEL_CellType_Date);  // a zero date is blank
+  EXPECT_EQ(formatted(0) + "|" + formatted({}) + "|" + formatted(Variant::date(39146)), "||Mar 05, 2007");
   column.setCellType(ZEL_CellType_String);
-  cell->setValue(std::int32_t{0});
-  EXPECT_EQ(cell->FormattedValue(), u"0");
-  column.setCellType(ZEL_CellType_Date);
-  EXPECT_EQ(cell->FormattedValue(), u"") << "a zero date is blank";
-  cell->setValue(Variant());
-  EXPECT_EQ(cell->FormattedValue(), u"");
-  cell->setValue(Variant::date(39146));
-  EXPECT_EQ(cell->FormattedValue(), u"Mar 05, 2007");
-}
-
-TEST_F(Cell, LogsAValueThatCannotBeShown) {
-  withColumn(ZEL_CellType_String);
-  cell->setValue(Variant::null());
-  ErrorLog errors;
-  EXPECT_EQ(cell->FormattedValue(), u"");
-  EXPECT_EQ(errors.text(), "zelCell.FormattedValue Get 94\n");
+  EXPECT_EQ(formatted(0), "0");
+  Reports reports{"zelCell."};
+  EXPECT_EQ(formatted(Variant::null()), "");
+  EXPECT_EQ(reports.taken(), "FormattedValue Get|94 ");
   EXPECT_EQ(raised([&] { list->Item(u"n")->Text(); }), 94) << "reading the text raises";
 }
 
@@ -78,47 +62,39 @@ TEST_F(Cell, PickListsNameANodeOfTheirList) {
   EXPECT_EQ(cell->Editable(), ZEL_CellBoolean_False) << "what the column says";
   column.setEditable(true);
   EXPECT_EQ(cell->Editable(), ZEL_CellBoolean_True);
-  cell->setCellType(ZEL_CellType_String);
-  EXPECT_EQ(cell->Editable(), ZEL_CellBoolean_UseColumn);
-  EXPECT_FALSE(cell->EffectiveNodeList()) << "only pick lists and units have one";
-  EXPECT_FALSE(cell->SelectedNode());
+  cell->setCellType(ZEL_CellType_String);  // only pick lists and units have a list
+  EXPECT_EQ(propertiesOf(*cell, u"Editable EffectiveNodeList SelectedNode"), "0|Nothing|Nothing");
 }
 
 TEST_F(Cell, StaysReadableWhenItsNodeHasLeftTheList) {
   withColumn(ZEL_CellType_Long);
-  cell->setValue(std::int32_t{7});
-  cell->setToolTipText(u"tip");
+  put(*cell, {{u"Value", 7}, {u"ToolTipText", u"tip"}});
   EXPECT_EQ(cell->Node()->Key(), u"n");
   list->Clear();
   list = nullptr;
-  EXPECT_EQ(cell->Key(), u"C");
-  EXPECT_EQ(cell->Value().longInteger(), 7);
-  EXPECT_EQ(cell->ToolTipText(), u"tip");
-  EXPECT_FALSE(cell->Node() || cell->Column());
-  EXPECT_EQ(cell->EffectiveCellType(), ZEL_CellType_UseColumn);
-  EXPECT_EQ(cell->FormattedValue(), u"");
+  EXPECT_EQ(propertiesOf(*cell, u"Key Value ToolTipText Node Column EffectiveCellType FormattedValue"),
+            "C|7|tip|Nothing|Nothing|0|");
   EXPECT_EQ(raised([&] { cell->EffectiveHasCheckbox(); }), 91);
   EXPECT_EQ(raised([&] { cell->EffectiveCellButtons(); }), 91);
 }
 
 TEST_F(Cell, NamesAnotherNodeWhenAClientSaysSo) {
   withColumn(ZEL_CellType_Long);
-  Ref<zelNode> own = cell->Node();
-  cell->setNode(list->Create(u"", u"other", u""));
-  EXPECT_EQ(cell->Node()->Key(), u"other");
-  cell->setNode(own);
-  EXPECT_EQ(cell->Node(), own) << "and does not keep itself alive by that";
+  const Ref<zelNode> own = cell->Node(), other = list->Create(u"", u"other", u"");
+  for (const Ref<zelNode>& node : {other, own}) {  // nor does it keep itself alive by its own one
+    cell->setNode(node);
+    EXPECT_EQ(cell->Node(), node);
+  }
 }
 
 TEST_F(Cell, AreFoundByColumnKeyAndPosition) {
-  for (int i = 1; i <= 20; ++i) addColumn(*list, u"Col" + decimalText(i));
-  Ref<zelCells> cells = list->Create(u"", u"n", u"")->Cells();
-  EXPECT_EQ(cells->Count(), 20);
-  EXPECT_EQ(cells->Item(u"COL17"), cells->Item(std::int32_t{17}));
-  EXPECT_EQ(cells->FirstItem(), list->Item(u"n")->DefaultCell());
-  EXPECT_EQ(cells->LastItem()->Key(), u"Col20");
-  for (const Variant& key :
-       {Variant(u"Col21"), Variant(std::int32_t{0}), Variant(std::int32_t{21}), Variant::null()})
+  for (int i = 1; i <= 20; ++i) list->CreateColumn(defined(u"Col" + decimalText(i)));
+  const Ref<zelNode> node = list->Create(u"", u"n", u"");
+  const Ref<zelCells> cells = node->Cells();
+  EXPECT_EQ(spelled({cells->Count(), cells->LastItem()->Key()}), "20|Col20");
+  EXPECT_EQ(cells->Item(u"COL17"), cells->Item(17));
+  EXPECT_EQ(cells->FirstItem(), node->DefaultCell());
+  for (const Variant& key : {Variant(u"Col21"), Variant(0), Variant(21), Variant::null()})
     EXPECT_FALSE(cells->Item(key));
   EXPECT_EQ(keysOf(*cells).substr(0, 9), "Col1 Col2");
 }

@@ -1,74 +1,65 @@
-// What the data list's tests speak in: logs of events and errors as text, one line each, and a check
-// of a list's invariants.
+// What the data list's tests speak in: a log of events, trees as text and a check of a list's invariants.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <set>
-#include <string>
 #include <vector>
 
-#include "automation/Conversions.h"
 #include "automation/Raised.h"
 #include "datalist/zelNodeList.h"
-#include "foundation/ErrorWatch.h"
+#include "support/Reports.h"
+#include "support/Spelled.h"
 
 namespace zelUtilities {
 
-inline std::string utf8(StringView text) { return toUtf8(text); }
+inline std::string keyOf(StringView key) { return toUtf8(key); }
+template <class Keyed>
+std::string keyOf(const Ref<Keyed>& object) {
+  return toUtf8(object->Key());
+}
 
-// "<source> <number>" for every error reported while it lives.
-class ErrorLog {
- public:
-  std::string text() const { return text_; }
-  std::string lastDescription() const { return description_; }
-
- private:
-  std::string text_;
-  std::string description_;
-  ErrorWatch watch_{[this](const ErrorReport& report) {
-    text_ += toUtf8(report.source) + " " + std::to_string(report.number) + "\n";
-    description_ = toUtf8(report.description);
-  }};
-};
-
-// "<event> <key>" for every event of a list.
+// A list's events, one word each: "+a" a node was added, "?a" it is about to be removed, "-a" it was removed,
+// "!a" it was refreshed, "clear"; of a column "+|a", "-|a" and "clear|".
 class EventLog {
  public:
   explicit EventLog(zelNodeList& list) {
-    keep(list.onNodeAdded.subscribe([this](const Ref<zelNode>& node) { add("NodeAdded", node->Key()); }));
-    keep(list.onNodeRemoved.subscribe([this](StringView key) { add("NodeRemoved", key); }));
-    keep(list.onRemovingNode.subscribe([this](const Ref<zelNode>& node, bool& cancel) {
-      add("RemovingNode", node->Key());
-      cancel = cancel || cancelled.contains(utf8(node->Key()));
-    }));
-    keep(list.onNodesCleared.subscribe([this] { add("NodesCleared", u""); }));
-    keep(list.onColumnAdded.subscribe(
-        [this](const Ref<zelNodeListColumn>& column) { add("ColumnAdded", column->Key()); }));
-    keep(list.onColumnRemoved.subscribe([this](StringView key) { add("ColumnRemoved", key); }));
-    keep(list.onColumnsCleared.subscribe([this] { add("ColumnsCleared", u""); }));
-    keep(list.onRefreshedNode.subscribe(
-        [this](const Ref<zelNode>& node) { add("RefreshedNode", node->Key()); }));
+    hear(list.onNodeAdded, "+");
+    hear(list.onRemovingNode, "?");
+    hear(list.onNodeRemoved, "-");
+    hear(list.onRefreshedNode, "!");
+    hear(list.onNodesCleared, "clear");
+    hear(list.onColumnAdded, "+|");
+    hear(list.onColumnRemoved, "-|");
+    hear(list.onColumnsCleared, "clear|");
   }
-  // What happened since the last call.
+  // What happened since the last call, each with a blank behind it.
   std::string take() { return std::exchange(text_, {}); }
 
   std::set<std::string> cancelled;  // keys whose removal is cancelled
 
  private:
-  void keep(Subscription subscription) { subscriptions_.push_back(std::move(subscription)); }
-  void add(const char* event, StringView key) { text_ += event + (" " + utf8(key)) + "\n"; }
+  template <class... A>
+  void hear(Event<A...>& event, const std::string& mark) {
+    subscriptions_.push_back(event.subscribe([this, mark](A... subject) { add(mark, subject...); }));
+  }
+  void add(const std::string& mark) { text_ += mark + " "; }
+  void add(const std::string& mark, const auto& subject) { add(mark + keyOf(subject)); }
+  void add(const std::string& mark, const Ref<zelNode>& node, bool& cancel) {
+    add(mark, node);
+    cancel = cancel || cancelled.contains(keyOf(node));
+  }
 
   std::string text_;
   std::vector<Subscription> subscriptions_;
 };
 
-inline Ref<zelNodeListColumn> addColumn(zelNodeList& list, StringView key,
-                                        ZEL_Utilities_CellTypes type = ZEL_CellType_String) {
+inline zelNodeListColumns::Definition defined(StringView key,
+                                              ZEL_Utilities_CellTypes type = ZEL_CellType_Double) {
   zelNodeListColumns::Definition definition;
   definition.sKey = key;
   definition.eCellType = type;
-  return list.CreateColumn(definition);
+  return definition;
 }
 
 // "a(b c(d))" for the tree below some nodes.
@@ -76,7 +67,7 @@ inline std::string outline(const zelNodes& nodes) {
   std::string text;
   std::uint32_t slot = nodes.startSlot();
   while (zelNode* node = nodes.nextFrom(slot)) {
-    text += (text.empty() ? "" : " ") + utf8(node->Key());
+    text += (text.empty() ? "" : " ") + keyOf(node->Key());
     if (node->childCount() > 0) text += "(" + outline(*node->childrenIfAny()) + ")";
   }
   return text;
@@ -87,27 +78,24 @@ template <class Walkable>
 std::string keysOf(const Walkable& items) {
   std::string text;
   const Ref<Enumerator> walk = items.NewEnum();
-  for (Variant item; walk->next(item);) {
-    Variant key = item.object()->Invoke(u"Key", InvokeKind::Get, {});
-    text += (text.empty() ? "" : " ") + utf8(key.text());
-  }
+  for (Variant item; walk->next(item);)
+    text += (text.empty() ? "" : " ") + propertiesOf(*item.object(), u"Key");
   return text;
 }
 
 // Every node once in the index under its key, once under its parent, with a cell per column.
 inline void expectSound(zelNodeList& list) {
-  std::size_t placed = 0;
+  std::int32_t placed = list.RootNodes()->Count();
   for (std::int32_t position = 1; position <= list.Count(); ++position) {
     zelNode* node = list.item(position);
     ASSERT_NE(node, nullptr) << position;
     EXPECT_EQ(list.find(node->Key()), node);
     const Ref<zelNodes> siblings = node->parent() ? node->parent()->Nodes() : list.RootNodes();
-    EXPECT_EQ(siblings->find(node->Key()), node) << utf8(node->Key());
-    EXPECT_EQ(node->cellCount(), static_cast<std::uint32_t>(list.Columns()->Count()));
-    placed += static_cast<std::size_t>(node->childCount());
+    EXPECT_EQ(siblings->find(node->Key()), node) << keyOf(node->Key());
+    EXPECT_EQ(node->Cells()->Count(), list.Columns()->Count());
+    placed += node->childCount();
   }
-  EXPECT_EQ(placed + static_cast<std::size_t>(list.RootNodes()->Count()),
-            static_cast<std::size_t>(list.Count()));
+  EXPECT_EQ(placed, list.Count());
 }
 
 }  // namespace zelUtilities

@@ -14,15 +14,16 @@ namespace zelUtilities {
 
 class Reports {
  public:
-  enum Detail { Numbers, MoreInfo };
+  // With a detail it is "source|number|detail ".
+  using Detail = StringView ErrorReport::*;
+  static constexpr Detail MoreInfo = &ErrorReport::moreInfo, Description = &ErrorReport::description,
+                          OwnSource = &ErrorReport::errorSource;
 
-  // With MoreInfo it is "source|number|more information ".
-  explicit Reports(std::string prefix, Detail detail = Numbers)
+  explicit Reports(std::string prefix, Detail detail = nullptr)
       : watch_([this, prefix = std::move(prefix), detail](const ErrorReport& report) {
           const std::string source = toUtf8(report.source);
           text_ += source.substr(source.starts_with(prefix) ? prefix.size() : 0) + "|" +
-                   std::to_string(report.number) + (detail == MoreInfo ? "|" + toUtf8(report.moreInfo) : "") +
-                   " ";
+                   std::to_string(report.number) + (detail ? "|" + toUtf8(report.*detail) : "") + " ";
         }) {}
 
   // Those since the last call.
