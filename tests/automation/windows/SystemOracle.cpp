@@ -4,51 +4,36 @@
 // After windows.h, whose names it needs.
 #include <oleauto.h>
 
-#include "automation/Error.h"
+#include "platform/windows/ComErrors.h"
+#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/VariantConversion.h"
 
 namespace zelUtilities::oracle {
 
-namespace {
-
-struct SystemValue : VARIANT {
-  SystemValue() { VariantInit(this); }
-  explicit SystemValue(const Variant& value) : SystemValue() { toSystem(value, *this); }
-  ~SystemValue() { VariantClear(this); }
-  SystemValue(const SystemValue&) = delete;
-  SystemValue& operator=(const SystemValue&) = delete;
-};
-
-Outcome failure(HRESULT result) {
-  return {{},
-          result == DISP_E_TYPEMISMATCH ? ErrorNumber::TypeMismatch
-          : result == DISP_E_OVERFLOW   ? ErrorNumber::Overflow
-                                        : static_cast<int>(result)};
+Variant systemConvert(const Variant& value, VariantKind kind, std::uint32_t localeId) {
+  OwnedVariant from, to;
+  toSystem(value, from);
+  requireSuccess(VariantChangeTypeEx(&to, &from, localeId, VARIANT_NOUSEROVERRIDE | VARIANT_ALPHABOOL,
+                                     static_cast<VARTYPE>(kind)));
+  return fromSystem(to);
 }
 
-}  // namespace
-
-Outcome systemConvert(const Variant& value, VariantKind kind, std::uint32_t localeId) {
-  SystemValue from(value), to;
-  const HRESULT result = VariantChangeTypeEx(&to, &from, localeId, VARIANT_NOUSEROVERRIDE | VARIANT_ALPHABOOL,
-                                             static_cast<VARTYPE>(kind));
-  return FAILED(result) ? failure(result) : Outcome{fromSystem(to)};
-}
-
-Outcome systemCompare(const Variant& left, const Variant& right, std::uint32_t localeId) {
-  SystemValue a(left), b(right);
+Variant systemCompare(const Variant& left, const Variant& right, std::uint32_t localeId) {
+  OwnedVariant a, b;
+  toSystem(left, a);
+  toSystem(right, b);
   const HRESULT result = VarCmp(&a, &b, localeId, 0);
-  if (FAILED(result)) return failure(result);
-  return {result == VARCMP_NULL ? Variant::null() : Variant(static_cast<std::int32_t>(result) - VARCMP_EQ)};
+  requireSuccess(result);
+  return result == VARCMP_NULL ? Variant::null() : Variant(static_cast<std::int32_t>(result) - VARCMP_EQ);
 }
 
-Outcome systemFormat(const Variant& value, const String& pattern) {
-  SystemValue from(value), text;
+Variant systemFormat(const Variant& value, const String& pattern) {
+  OwnedVariant from, text;
+  toSystem(value, from);
   const auto units = const_cast<OLECHAR*>(reinterpret_cast<const OLECHAR*>(pattern.c_str()));
-  const HRESULT result = VarFormat(&from, units, 1, 1, 0, &text.bstrVal);
-  if (FAILED(result)) return failure(result);
+  requireSuccess(VarFormat(&from, units, 1, 1, 0, &text.bstrVal));
   text.vt = VT_BSTR;
-  return {fromSystem(text)};
+  return fromSystem(text);
 }
 
 }  // namespace zelUtilities::oracle
