@@ -62,6 +62,14 @@ bool arePlainHalves(const char16_t* first, const char16_t* second) {
   return isPlain(units);
 }
 
+// The unit's code in the system's code page; 0 where it has none. There a look-alike's code may be had (that
+// of a sharp s for a beta), which would be read back as the look-alike.
+std::uint8_t codeOf(char16_t unit) {
+  const std::uint8_t code = narrowUnit(unit);
+  const char byte = static_cast<char>(code);
+  return widen({&byte, 1}) == StringView(&unit, 1) ? code : std::uint8_t{0};
+}
+
 // Whether numbers of the user's locale may hold the character: some part thousands by an apostrophe.
 bool occursInNumbers(char16_t reserved) {
   const Locale& locale = currentLocale();
@@ -112,8 +120,7 @@ bool escapesReserved(StringView text, std::size_t firstSpecial) {
 StringView EscapedUnit::of(char16_t unit, bool escapesReserved) {
   if (unit < firstNumeric && escapesReserved) return entityOf(unit);
   reference_[0] = unit;
-  // A code below that is none, or that of an ASCII look-alike.
-  const std::uint8_t code = unit < firstNumeric ? std::uint8_t{0} : narrowUnit(unit);
+  const std::uint8_t code = unit < firstNumeric ? std::uint8_t{0} : codeOf(unit);
   if (code < firstNumeric) return {reference_, 1};
   // From 128 to 255: three digits.
   const auto digit = [code](int place) { return static_cast<char16_t>(u'0' + code / place % 10); };

@@ -42,6 +42,7 @@ TEST(XMLText, CharactersBeyondAsciiAreWrittenByTheirCodePageValueIfTheyHaveOne) 
   EXPECT_EQ(toXML(u"caf\u00E9 \u20AC5<6"), "caf&#233; &#128;5&lt;6");
   EXPECT_EQ(toXML(u"\u0152uvre\u00FF"), "&#140;uvre&#255;");
   EXPECT_EQ(toXML(u"\u4E2D<\U0001F600"), "\xE4\xB8\xAD&lt;\xF0\x9F\x98\x80");
+  EXPECT_EQ(toXML(u"\u03B2\u0110"), "\xCE\xB2\xC4\x90");  // not what the code page has for the like of them
 }
 
 TEST(XMLText, AnAttributeIsWrittenUnlessItsValueIsEmptyOrTheDefault) {
