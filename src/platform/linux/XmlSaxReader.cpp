@@ -177,12 +177,21 @@ void onStart(void* data) {
 
 void onEnd(void* data) { Reading::of(data).ended(); }
 
+// Of a document that breaks off the parser says what it says of one that goes on behind its end.
+bool breaksOff(void* data, const xmlError& error) {
+  return error.code == XML_ERR_DOCUMENT_END && contextOf(data).instate != XML_PARSER_EPILOG;
+}
+
 void onError(void* data, xmlError* error) noexcept {
   // Any text may be a name space's address.
   if (error->level < XML_ERR_ERROR || error->code == XML_WAR_NS_URI) return;
   Reading& reading = Reading::of(data);
   reading.guarded(data, [&] {
     if (error->code == XML_ERR_NO_MEMORY) throw std::bad_alloc();
+    if (breaksOff(data, *error)) {
+      const auto number = contextOf(data).nameNr > 0 ? XML_ERR_TAG_NOT_FINISHED : XML_ERR_DOCUMENT_EMPTY;
+      return reading.refuse(data, xmlErrorNumber(number), u"The document ends too early.");
+    }
     reading.refuse(data, xmlErrorNumber(error->code), xmlErrorSentence(error->message));
   });
 }

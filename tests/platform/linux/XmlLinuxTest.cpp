@@ -24,7 +24,10 @@ TEST(XmlLinux, ReplacesTheDocumentsOwnEntities) {
             "External entities are not read.");
 }
 
-TEST(XmlLinux, StopsWhereADocumentGoesTooFar) {
+TEST(XmlLinux, StopsWhereADocumentGoesTooFarOrNotFarEnough) {
+  for (const StringView xml : {u"", u"<r", u"<r>\n<a>x</a>", u"<r><![CDATA["})
+    EXPECT_EQ(message(xml), "The document ends too early.");
+  EXPECT_EQ(message(u"<r/><s/>"), "Extra content at the end of the document");
   EXPECT_EQ(message(nested(5000)), "");
   EXPECT_EQ(message(repeated(u"<a>", 5001)), "Elements are nested more than 5000 deep.");
   const String million(1'000'000, u'x');
