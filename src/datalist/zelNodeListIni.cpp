@@ -57,13 +57,30 @@ class AsText {
   StringView view_;
 };
 
-void writeEntry(zelStringCat& out, const zelNode& entry) {
+// The data of one entry after the other: where they lie is looked up again only where a node has other
+// columns than the one before.
+class DataCells {
+ public:
+  zelCell& of(const zelNode& node) {
+    if (&node.layout() != layout_.get()) {
+      layout_ = Ref<const CellLayout>(&node.layout());
+      position_ = node.positionOf(dataOf(node));
+    }
+    return node.cell(position_);
+  }
+
+ private:
+  Ref<const CellLayout> layout_;
+  std::uint32_t position_ = 0;
+};
+
+void writeEntry(zelStringCat& out, const zelNode& entry, DataCells& data) {
   const AsText name(entry.requiredDefaultCell().Value());
   if (!StringView(name).empty()) {
     out.Concatenate(name);
     out.Concatenate(u"=");
   }
-  out.ConcatenateCRLF(AsText(dataOf(entry).Value()));
+  out.ConcatenateCRLF(AsText(data.of(entry).Value()));
 }
 
 // The position of a unit from the given one on, or npos. Looks at eight units at once: finding the ends of
@@ -228,22 +245,12 @@ class zelNodeList::IniReader {
   void createWaiting() {
     for (const Line& line : std::span(lines_).first(std::exchange(waiting_, 0))) {
       const Ref<zelNode> node = list_.createNode({section_, line.key, line.text}, line.hash);
-      dataCell(*node).setValue(line.data);
+      data_.of(*node).setValue(line.data);
     }
-  }
-
-  // Its place is looked up again only where a listener has given the list other columns.
-  zelCell& dataCell(const zelNode& node) {
-    if (&node.layout() != layout_.get()) {
-      layout_ = Ref<const CellLayout>(&node.layout());
-      dataPosition_ = node.positionOf(dataOf(node));
-    }
-    return node.cell(dataPosition_);
   }
 
   zelNodeList& list_;
-  Ref<const CellLayout> layout_;
-  std::uint32_t dataPosition_ = 0;
+  DataCells data_;
   String section_{defaultSection};
   std::array<Line, 16> lines_;
   std::size_t waiting_ = 0;
@@ -278,15 +285,16 @@ bool zelNodeList::SaveAsINI(const String& sFilename) const {
   bool saved = false;
   handled(u"zelNodeList.SaveAsINI", [&] {
     const auto out = make<zelStringCat>();
+    DataCells data;
     std::uint32_t rootSlot = rootNodes_->startSlot();
     while (const zelNode* section = rootNodes_->nextFrom(rootSlot)) {
       if (section->Key() != defaultSection) out->ConcatenateCRLF(section->Text());
       const zelNodes* entries = section->childrenIfAny();
       if (!entries) continue;
       std::uint32_t slot = entries->startSlot();
-      while (const zelNode* entry = entries->nextFrom(slot)) writeEntry(*out, *entry);
+      while (const zelNode* entry = entries->nextFrom(slot)) writeEntry(*out, *entry, data);
     }
-    mFiles::PutFileContentsFromString(out->Complete(), sFilename, ZEL_ErrorMode_Show);
+    mFiles::PutFileContentsFromString(out->text(), sFilename, ZEL_ErrorMode_Show);
     saved = true;
   });
   return saved;
