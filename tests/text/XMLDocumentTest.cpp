@@ -68,26 +68,23 @@ TEST(XMLValues, WhatIsMissingOrDoesNotConvertIsRaisedWithItsSources) {
   const auto missing = [](const std::string& source, const std::string& what) {
     return "-2147219991|mXML.ValueFrom" + source + "::zelUtilities.XMLFunctions|Missing " + what;
   };
-  const auto element = [](const Ref<Object>& node, StringView name, const Variant& byDefault) {
-    return raisedError([&] { zel_ValueFromElement(name, node, byDefault); });
-  };
-  EXPECT_EQ(element(r, u"x", none), missing("Element", "Element: x"));
-  EXPECT_EQ(element(r, u"n", true), "13|mXML.ValueFromElement::|Type mismatch");
-  EXPECT_EQ(element(nullptr, u"n", 1), "91|mXML.ValueFromElement::|Object variable not set");
+  EXPECT_EQ(raisedError([&] { zel_ValueFromElement(u"x", r, none); }), missing("Element", "Element: x"));
+  EXPECT_EQ(raisedError([&] { zel_ValueFromElement(u"n", r, true); }),
+            "13|mXML.ValueFromElement::|Type mismatch");
+  EXPECT_EQ(raisedError([&] { zel_ValueFromElement(u"n", nullptr, 1); }),
+            "91|mXML.ValueFromElement::|Object variable not set");
   EXPECT_EQ(raisedError([&] { zel_ValueFromAttribute(u"x", r, none); }),
             missing("Attribute", "Attribute: x"));
-  const auto inChild = [&](StringView child) {
-    return raisedError([&] { zel_ValueFromChildElement(child, u"c", r, none); });
-  };
-  EXPECT_EQ(inChild(u"p"), missing("ChildElement", "Element: p"));
-  EXPECT_EQ(inChild(u"in"), missing("ChildElement::mXML.ValueFromElement", "Element: c"));
+  for (const auto& [child, source, lacking] : {std::tuple(u"p", "ChildElement", "Element: p"),
+                                               {u"in", "ChildElement::mXML.ValueFromElement", "Element: c"}})
+    EXPECT_EQ(raisedError([&, child = child] { zel_ValueFromChildElement(child, u"c", r, none); }),
+              missing(source, lacking));
 }
 
 TEST(XMLDocument, IsLoadedFromAFileAtOnce) {
   const ScratchFolder scratch;
   files().replaceWhole(u"job.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><r><n>\xE9</n></r>");
-  const Ref<Object> document = zel_LoadXMLDocument(u"job.xml", true);
-  EXPECT_EQ(shown(zel_ValueFromElement(u"r/n", document)), "String \xC3\xA9");
+  EXPECT_EQ(shown(zel_ValueFromElement(u"r/n", zel_LoadXMLDocument(u"job.xml", true))), "String \xC3\xA9");
   EXPECT_FALSE(zel_LoadXMLDocument(u"none.xml", true, false));
   EXPECT_TRUE(
       raisedError([] { zel_LoadXMLDocument(u"none.xml", true); }).starts_with("-2147219991||XML Error: "));
@@ -108,20 +105,16 @@ struct Fake : Object {
     const auto found = properties.find(foldCase(name));
     return found == properties.end() ? Object::Invoke(name, kind, arguments) : found->second;
   }
-  void set(StringView name, Variant value) { properties[foldCase(name)] = std::move(value); }
-  std::map<String, Variant> properties;
+  std::map<String, Variant> properties;  // by their names in small letters
 };
 
 TEST(XMLDocument, TheParseErrorTextHasALineForWhatTheParserKnows) {
-  const auto error = make<Fake>();
-  const auto parser = make<Fake>();
+  const auto error = make<Fake>(), parser = make<Fake>();
   EXPECT_EQ(zel_XMLParseErrorText(parser), u"");
-  parser->set(u"parseError", error);
+  parser->properties[u"parseerror"] = error;
   EXPECT_EQ(zel_XMLParseErrorText(parser), u"XML Error: MSXML Error Code: .");
-  const std::pair<StringView, Variant> known[] = {{u"reason", u"Why.\r\n"}, {u"srcText", u"<a>"},
-                                                  {u"url", u"x.xml"},       {u"line", 3},
-                                                  {u"linepos", 7},          {u"errorCode", -5}};
-  for (const auto& [name, value] : known) error->set(name, value);
+  error->properties = {{u"reason", u"Why.\r\n"}, {u"srctext", u"<a>"}, {u"url", u"x.xml"}, {u"line", 3},
+                       {u"linepos", 7},          {u"errorcode", -5}};
   const String text =
       u"XML Error: Why.\r\nXML Source: \"<a>\"\r\nURL: \"x.xml\"\r\n"
       u"Line number 3, column number 7.\r\nMSXML Error Code: -5.";
@@ -139,9 +132,8 @@ TEST(XMLDocument, AMissingParserIsShown) {
   EXPECT_FALSE(zel_LoadXMLDocument(u"<a/>", false, false));
   EXPECT_TRUE(raisedError([] { zel_LoadXMLDocument(u"<a/>"); }).starts_with("91|mXML.LoadXMLDocument::|"));
   registerObject(u"MSXML.DOMDocument", {});
-  ASSERT_EQ(dialogs.boxes.size(), 2U);
-  EXPECT_EQ(dialogs.boxes[0].title + u"|" + dialogs.boxes[0].text,
-            u"Missing Component|Object Descriptor: MSXML.DOMDocument");
+  const RecordingDialogs::Box box{u"Object Descriptor: MSXML.DOMDocument", u"Missing Component", 48};
+  EXPECT_EQ(dialogs.boxes, (std::vector{box, box}));
 }
 
 }  // namespace
