@@ -471,7 +471,6 @@ class ClassBuilder {
   template <class... A>
   static void deliver(const EventInfo::Sink& sink, A... arguments) {
     Variant values[sizeof...(A) + 1] = {binder::Travel<std::remove_cvref_t<A>>::toVariant(arguments)...};
-    sink(std::span(values).first(sizeof...(A)));
     [[maybe_unused]] std::size_t i = 0;
     [[maybe_unused]] const auto writeBack = [&]<class Declared>(std::type_identity<Declared>,
                                                                 auto& argument) {
@@ -479,6 +478,12 @@ class ClassBuilder {
         argument = binder::Travel<std::remove_cvref_t<Declared>>::fromVariant(values[i]);
       ++i;
     };
+    try {
+      sink(std::span(values).first(sizeof...(A)));
+    } catch (...) {
+      (writeBack(std::type_identity<A>(), arguments), ...);  // what it had written before it failed
+      throw;
+    }
     (writeBack(std::type_identity<A>(), arguments), ...);
   }
 

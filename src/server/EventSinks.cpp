@@ -68,8 +68,8 @@ void callSink(IDispatch& sink, const EventInfo& event, std::span<Variant> values
   const HRESULT code = sink.Invoke(event.id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                    &result, &exception, &wrong);
   if (isUnheeded(code)) return;
+  arguments.writeBack();  // of a sink that fails, too
   if (code < 0) raiseComError(code, &exception);
-  arguments.writeBack();
 }
 
 }  // namespace

@@ -72,6 +72,9 @@ TEST_F(EventSink, CancelsThroughATypedReference) {
   advise(keeping);
   list_(u"Remove", u"k");
   EXPECT_EQ(keeping.heard.back(), removingNode);  // the last of them
+  keeping.answer = E_FAIL;
+  list_(u"Remove", u"k");
+  EXPECT_EQ(keeping.heard.back(), removingNode);  // what it wrote before it failed counts
   keeping.cancels = false;
   list_(u"Remove", u"k");
   EXPECT_EQ(keeping.heard.back(), nodeRemoved);
