@@ -77,14 +77,6 @@ class SlotList {
     return slots_[slotOf(position)];
   }
 
-  void clear() {
-    slots_ = {};
-    counts_ = {};
-    live_ = first_ = 0;
-    base_ = 0;
-    for (Cursor* cursor = cursors_; cursor; cursor = cursor->next_) cursor->slot_ = 0;
-  }
-
   // Exchanges the elements, not the cursors: those of both lists go back to the start.
   void swap(SlotList& other) {
     slots_.swap(other.slots_);

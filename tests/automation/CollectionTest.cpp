@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 #include "automation/FailingMemory.h"
 #include "automation/Raised.h"
@@ -40,31 +42,64 @@ TEST(Collection, AnswersByPositionAndByKeyInAnyCase) {
   EXPECT_EQ(raised([&] { items->Item(Variant::date(1)); }), 13);
 }
 
-TEST(Collection, AnEnumeratorGoesOnWithTheItemsThatAreThere) {
-  auto items = numbered(5);
-  const Ref<Enumerator> walk = items->NewEnum();
-  std::string seen;
-  const auto step = [&seen](Enumerator& some, int times = 1) {
-    for (Variant item; times > 0; --times) seen += some.next(item) ? std::to_string(item.longInteger()) : ".";
-  };
-  step(*walk, 2);
-  items->Remove(2);
-  EXPECT_EQ(items->find(u"k2"), nullptr);
-  items->Remove(u"k3");
-  const Ref<Enumerator> copy = walk->clone();
-  step(*walk, 3);
-  items->Remove(3);
-  items->Add(6);
-  step(*walk);
-  items->Clear();
-  items->Add(7);
+// A collection beside a plain list of its items, which are numbers that grow: the next item of an enumerator
+// is the first one above its last.
+struct RandomChanges : testing::TestWithParam<const char*> {
+  int below(std::size_t limit) { return static_cast<int>(random() % limit); }
+  static String keyOf(int item) { return u"Key " + decimalText(item); }
+
+  void add(int item) {
+    items->Add(item, keyOf(item));
+    plain.push_back(item);
+  }
+  void remove(int place) {
+    items->Remove(below(2) == 0 ? Variant(keyOf(plain[place])) : Variant(place + 1));
+    ASSERT_EQ(items->find(keyOf(plain[place])), nullptr);
+    plain.erase(plain.begin() + place);
+  }
+  void walk() {
+    while (walks.size() < 6) walks.emplace_back(items->NewEnum(), 0);
+    const auto copied = walks[below(6)];
+    walks[below(6)] = {copied.first->clone(), copied.second};
+    for (auto& [walk, last] : walks) {
+      if (below(50) == 0) walk->reset(), last = 0;
+      if (below(2) == 0) continue;
+      const auto next = std::upper_bound(plain.begin(), plain.end(), last);
+      Variant item;
+      ASSERT_EQ(walk->next(item), next != plain.end());
+      if (next == plain.end()) continue;
+      ASSERT_EQ(item.longInteger(), *next);
+      last = *next;
+    }
+  }
+
+  std::mt19937 random;
+  Ref<Collection> items = make<Collection>();
+  std::vector<int> plain;
+  std::vector<std::pair<Ref<Enumerator>, int>> walks;  // with its last item
+};
+
+TEST_P(RandomChanges, LeaveOrderKeysAndEnumeratorsRight) {
+  const std::string from = GetParam();
+  for (int step = 1; step < 6000 && !HasFatalFailure(); ++step) {
+    const int count = items->Count();
+    if (step % 1300 == 0)
+      items->Clear(), plain.clear();
+    else if (count == 0 || below(10) < (step % 600 < 330 ? 7 : 2))
+      add(step);
+    else
+      remove(from == "front" ? 0 : from == "back" ? count - 1 : below(count));
+    ASSERT_EQ(items->Count(), plain.size());
+    if (step % 3 == 0) walk();
+    if (step % 5 != 0 || plain.empty()) continue;
+    const int place = below(plain.size());
+    ASSERT_EQ(items->at(place + 1)->longInteger(), plain[place]);
+    ASSERT_EQ(items->find(keyOf(plain[place])), items->at(place + 1));
+  }
   items = nullptr;  // the enumerators keep it
-  step(*walk);
-  step(*copy);
-  copy->reset();
-  step(*copy);
-  EXPECT_EQ(seen, "1245.6777");
+  walk();
 }
+INSTANTIATE_TEST_SUITE_P(Collection, RandomChanges, testing::Values("front", "back", "anywhere"));
 
 TEST(Collection, ItemsMayCallBackAsTheyEndAndEndTheirCollection) {
   auto items = numbered(3);
