@@ -2,10 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include "automation/Conversions.h"
-#include "foundation/ErrorWatch.h"
+#include "automation/Collection.h"
 #include "platform/Files.h"
 #include "support/FailingFiles.h"
+#include "support/Reports.h"
+#include "support/ScratchFolder.h"
+#include "support/Spelled.h"
+#include "support/TestControl.h"
 
 namespace zelUtilities {
 namespace {
@@ -14,10 +17,6 @@ constexpr char16_t file[] = u"texts.xml";
 
 class Globalization : public testing::Test {
  protected:
-  ~Globalization() override {
-    if (files().fileExists(file)) files().remove(file, true);
-  }
-
   static void write(const std::string& xml) { files().replaceWhole(file, xml); }
   // A file of one use, "S|C||Caption", in the language "en".
   static std::string ofOneUse(const std::string& texts) {
@@ -48,37 +47,34 @@ class Globalization : public testing::Test {
       xml.erase(at, xml.find_first_not_of(' ', at + 2) - at);
     return xml;
   }
-  std::string takeLog() { return std::exchange(log_, {}); }
+
+  Reports reports{"zelTranslates.", Reports::Description};
 
  private:
-  std::string log_;  // "source number description", one a line
-  ErrorWatch watch_{[this](const ErrorReport& report) {
-    log_ +=
-        toUtf8(report.source) + " " + std::to_string(report.number) + " " + toUtf8(report.description) + "\n";
-  }};
+  ScratchFolder folder_;
 };
 
 TEST_F(Globalization, LanguagesAreTextColumnsAndComeBeforeTheFirstText) {
   auto texts = table();
-  const Ref<zelNodeListColumn> german = texts->Languages()->Item(u"DE");
-  EXPECT_EQ(german->Name(), u"German");
-  EXPECT_TRUE(german->CellType() == ZEL_CellType_String && german->Width() == 64 && german->Editable());
+  EXPECT_EQ(propertiesOf(*texts->Languages()->Item(u"DE"), u"Name CellType Width Editable"),
+            "German|8|64|True");
   EXPECT_FALSE(texts->AddLanguage(u"De", u"again"));
   texts->Translate(u"S", u"C");
   EXPECT_FALSE(texts->AddLanguage(u"fr", u"French"));
-  EXPECT_EQ(takeLog(), "");
+  EXPECT_EQ(reports.taken(), "");
 }
 
 TEST_F(Globalization, WhatIsMissingGivesTheDefault) {
   const auto texts = make<zelGlobalization>();
-  EXPECT_EQ(texts->Translate(u"Main", u"cmdOK") + texts->Translate(u"Main", u"bar", u"print"), u"cmdOKprint");
-  EXPECT_EQ(texts->Translate(u"Main", u"bar", u"print", u"Caption", 7), u"7");
-  EXPECT_EQ(texts->Translate(u"Main", u"bar", u"print", u"Caption", u""), u"");
-  EXPECT_FALSE(texts->HasTranslation(u"Main", u"cmdOK"));
+  EXPECT_EQ(spelled({texts->Translate(u"M", u"cmdOK"), texts->Translate(u"M", u"bar", u"print"),
+                     texts->Translate(u"M", u"bar", u"print", u"Caption", 7),
+                     texts->Translate(u"M", u"bar", u"print", u"Caption", u""),
+                     texts->HasTranslation(u"M", u"cmdOK")}),
+            "cmdOK|print|7||False");
   EXPECT_EQ(texts->ExportXML(),
             u"<Globalization>\r\n  <Languages>\r\n  </Languages>\r\n</Globalization>\r\n");
-  EXPECT_EQ(texts->Translate(u"Main", u"cmdOK", u"", u"Caption", Variant::null()), u"");
-  EXPECT_EQ(takeLog(), "zelTranslates.Translate 94 Invalid use of Null\n");
+  EXPECT_EQ(texts->Translate(u"M", u"cmdOK", u"", u"Caption", Variant::null()), u"");
+  EXPECT_EQ(reports.taken(), "Translate|94|Invalid use of Null ");
 }
 
 TEST_F(Globalization, CreateIfMissingAddsWhatIsAskedFor) {
@@ -111,7 +107,7 @@ TEST_F(Globalization, WhatIsSavedIsLoadedAgain) {
   EXPECT_EQ(loaded->ExportXML(), saved->ExportXML());
   for (const StringView& text : rows)
     EXPECT_EQ(in(u"en", *loaded, u"C \">", decimalText(&text - rows)), toUtf8(text));
-  EXPECT_EQ(takeLog(), "");
+  EXPECT_EQ(reports.taken(), "");
 }
 
 TEST_F(Globalization, WhatTheFileCannotCarryIsRefused) {
@@ -121,11 +117,11 @@ TEST_F(Globalization, WhatTheFileCannotCarryIsRefused) {
   }
   write("old");
   EXPECT_FALSE(table(u"C", u"\u4E2D")->Save(file));
-  EXPECT_THAT(takeLog(), testing::StartsWith("zelTranslates.Save -2147221503 The code page"));
+  EXPECT_THAT(reports.taken(), testing::StartsWith("Save|-2147221503|The code page"));
   FailingFiles disk("replaceWhole", ErrorNumber::DiskFull);
   const Replaced<Files> replaced(disk);
   EXPECT_FALSE(table()->Save(file));
-  EXPECT_EQ(takeLog(), "zelTranslates.Save 61 Disk full\n");
+  EXPECT_EQ(reports.taken(), "Save|61|Disk full ");
   EXPECT_EQ(files().readWhole(file), "old");
 }
 
@@ -142,16 +138,15 @@ TEST_F(Globalization, ElementsCountByTheirPlaceBelowTranslations) {
   EXPECT_EQ(texts->Languages()->Count(), 2);
   EXPECT_EQ(in(u"en", *texts, u"C", u"p"), "\u20AC <1>");
   EXPECT_EQ(in(u"de", *texts, u"C", u"p"), "");
-  EXPECT_EQ(takeLog(), "");
+  EXPECT_EQ(reports.taken(), "");
 }
 
 TEST_F(Globalization, LoadingMergesAndTakesTheTextsOfTheFile) {
   auto texts = table(u"c", u"old");
   write(ofOneUse("<T Language='en'>1</T><T Language='fr'>2</T><T Language='EN'>3</T>"));
   EXPECT_TRUE(texts->Load(file));
-  EXPECT_EQ(takeLog(), "zelTranslates.Load 9 There is no language \"fr\".\n");
-  EXPECT_EQ(in(u"en", *texts, u"C"), "3");
-  EXPECT_EQ(in(u"de", *texts, u"C"), "Missing");
+  EXPECT_EQ(reports.taken(), "Load|9|There is no language \"fr\". ");
+  EXPECT_EQ(in(u"en", *texts, u"C") + in(u"de", *texts, u"C"), "3Missing");
   EXPECT_THAT(exported(*texts), testing::HasSubstr("<Control Key='c'>"));  // the node that was there
   const auto first = make<zelGlobalization>();
   write(ofOneUse(""));
@@ -163,17 +158,105 @@ TEST_F(Globalization, AFileThatDoesNotReadChangesNothing) {
   const std::pair<std::string, std::string> rows[] = {
       {"no XML", ""},
       {ofOneUse("<T Language='en'>x</T>") + "<", ""},
-      {ofOneUse("<T>x</T>"), "zelTranslates.Load -2147219991 Missing Attribute: Language\n"},
-      {"<G><Languages><L Key='en'/></Languages></G>",
-       "zelTranslates.Load -2147219991 Missing Attribute: Name\n"}};
+      {ofOneUse("<T>x</T>"), "Load|-2147219991|Missing Attribute: Language "},
+      {"<G><Languages><L Key='en'/></Languages></G>", "Load|-2147219991|Missing Attribute: Name "}};
   for (const auto& [xml, log] : rows) {
     const auto texts = make<zelGlobalization>();
     write(xml);
     EXPECT_FALSE(texts->Load(file)) << xml;
-    EXPECT_EQ(takeLog(), log);
+    EXPECT_EQ(reports.taken(), log);
     EXPECT_EQ(texts->ExportXML(), make<zelGlobalization>()->ExportXML());
   }
   EXPECT_FALSE(make<zelGlobalization>()->Load(u"nowhere.xml"));
+}
+
+struct FixedControl : TestControl {
+  using TestControl::TestControl;
+  Variant Invoke(StringView name, InvokeKind kind, std::span<Variant> arguments) override {
+    if (kind == InvokeKind::Put) throw Error(ErrorNumber::PermissionDenied);
+    return TestControl::Invoke(name, kind, arguments);
+  }
+};
+
+class ControlTexts : public Globalization {
+ protected:
+  // Texts of the section F that are "<part|use>", for controls, parts and uses.
+  static Ref<zelGlobalization> knowing(std::initializer_list<std::array<StringView, 3>> names) {
+    auto texts = make<zelGlobalization>();
+    texts->setCreateIfMissing(true);
+    for (const auto& [name, part, use] : names)
+      texts->Translate(u"F", name, part, use, u"<" + String(part) + u"|" + String(use) + u">");
+    texts->setCreateIfMissing(false);
+    return texts;
+  }
+  static Ref<Collection> collection(std::initializer_list<Ref<Object>> items) {
+    auto all = make<Collection>();
+    for (const Ref<Object>& item : items) all->Add(item);
+    return all;
+  }
+};
+
+TEST_F(ControlTexts, PropertiesThatAControlHasAreTranslated) {
+  auto texts = knowing({{u"ok", u"", u"Caption"},
+                        {u"ok", u"", u"ToolTipText"},
+                        {u"ok", u"", u"prefix"},
+                        {u"box", u"", u"ToolTipText"}});
+  const auto ok =
+      control(u"Label", {{u"Name", u"ok"}, {u"Caption", u""}, {u"ToolTipText", u"tip"}, {u"prefix", u"p"}});
+  const auto box = control(u"TextBox", {{u"Name", u"BOX"}, {u"ToolTipText", u""}, {u"Text", u"typed"}});
+  const auto unknown = control(u"Label", {{u"Name", u"unknown"}, {u"Caption", u"stays"}});
+  const auto nameless = control(u"Label", {{u"Caption", u"stays"}});
+  const auto fixed =
+      make<FixedControl>(u"Label", TestControl::Properties{{u"Name", u"ok"}, {u"Caption", u"stays"}});
+  texts->TranslateControls(u"F", collection({nameless, fixed, ok, {}, unknown, box}));
+  EXPECT_EQ(propertiesOf(*ok, u"Caption ToolTipText prefix"), "<|Caption>|<|ToolTipText>|<|prefix>");
+  EXPECT_EQ(propertiesOf(*box, u"ToolTipText Text"), "|typed");  // an empty tool tip stays empty
+  for (const auto& same : {unknown, nameless, Ref<TestControl>(fixed)})
+    EXPECT_EQ(same->text(u"Caption"), "stays");
+}
+
+TEST_F(ControlTexts, ItemsAreTranslatedByTheControlsClass) {
+  constexpr auto labelled = "<k|Caption>|<k|ToolTipText>|text", asIs = "caption|tip|text";
+  const std::tuple<StringView, String, const char*> rows[] = {
+      {u"TabStrip", u"Tabs", labelled},   {u"SSTAB", u"Tabs", labelled},
+      {u"Toolbar", u"Buttons", labelled}, {u"ListView", u"ColumnHeaders", "caption|tip|<k|Text>"},
+      {u"ListView", u"Tabs", asIs},       {u"TreeView", u"Tabs", asIs}};
+  auto texts = knowing({{u"c", u"k", u"Caption"}, {u"c", u"k", u"ToolTipText"}, {u"c", u"k", u"Text"}});
+  for (const auto& [type, items, expected] : rows) {
+    const auto item = control(
+        u"Item", {{u"Key", u"k"}, {u"Caption", u"caption"}, {u"ToolTipText", u"tip"}, {u"Text", u"text"}});
+    const auto silent = control(u"Item", {{u"Key", u"k"}, {u"ToolTipText", u""}});
+    const auto counted =
+        control(u"Items",
+                {{u"Count", 3}, {u"Item", ArrayData::ofVariants({{}, control(u"Item", {}), silent, item})}});
+    texts->TranslateControls(u"F", collection({control(type, {{u"Name", u"c"}, {items, counted}})}));
+    EXPECT_EQ(propertiesOf(*item, u"Caption ToolTipText Text"), expected) << toUtf8(type);
+    EXPECT_EQ(silent->text(u"ToolTipText"), "");
+  }
+}
+
+TEST_F(ControlTexts, OfANodeListTheColumnsAreNamed) {
+  auto texts = knowing({{u"grid", u"A", u"Caption"}, {u"grid", u"k", u"Caption"}});
+  const auto list = make<zelNodeList>();
+  zelNodeListColumns::Definition column;
+  column.sKey = u"a";
+  list->CreateColumn(column);
+  const auto tab = control(u"Tab", {{u"Key", u"k"}, {u"Caption", u"old"}});
+  for (const Variant& nodeList : {Variant(list), Variant(u"no list")}) {
+    EXPECT_EQ(tab->text(u"Caption"), "old");
+    const auto grid =
+        control(u"TabStrip", {{u"Name", u"grid"}, {u"NodeList", nodeList}, {u"Tabs", collection({tab})}});
+    texts->TranslateControls(u"F", collection({grid}));
+  }
+  EXPECT_EQ(list->Columns()->Item(1)->Name(), u"<A|Caption>");
+  EXPECT_EQ(tab->text(u"Caption"), "<k|Caption>");
+}
+
+TEST_F(ControlTexts, WhatIsNoCollectionIsLogged) {
+  make<zelGlobalization>()->TranslateControls(u"F", {});
+  make<zelGlobalization>()->TranslateControls(u"F", control(u"Label", {}));
+  EXPECT_THAT(reports.taken(),
+              testing::StartsWith("TranslateControls|91|Object variable not set TranslateControls|438|"));
 }
 
 }  // namespace
