@@ -4,8 +4,10 @@
 //   EXPECT_EQ(document.object(u"documentElement").text(u"nodeName"), u"a");
 #pragma once
 
+#include <string>
 #include <vector>
 
+#include "automation/ArrayData.h"
 #include "automation/Conversions.h"
 #include "automation/Enumerator.h"
 #include "automation/Error.h"
@@ -68,5 +70,20 @@ class LateBound {
 
   Ref<Object> object_;
 };
+
+// A value with its kind: "Long 5"; an array with the lower bound and the size of each dimension, too:
+// "Double()[1:2] {Double 0, Double 1.5}".
+inline std::string shown(const Variant& value) {
+  std::string text = toUtf8(typeName(value));
+  if (value.isNull() || value.isObject()) return text;
+  if (value.isError()) return text + " " + std::to_string(value.errorCode());
+  if (!value.isArray()) return text + " " + toUtf8(toText(value));
+  const ArrayData& array = value.array();
+  for (const ArrayBound& bound : array.bounds())
+    text += "[" + std::to_string(bound.lower) + ":" + std::to_string(bound.count) + "]";
+  text += " {";
+  for (std::size_t i = 0; i < array.size(); ++i) text += (i == 0 ? "" : ", ") + shown(array.at(i));
+  return text + "}";
+}
 
 }  // namespace zelUtilities

@@ -3,7 +3,7 @@
 //   seen(u"<a><b c='1'/></a>", u"firstChild selectSingleNode{b/@c}.text nextSibling");   // "b|1|Nothing"
 //
 // Paths are separated by blanks and begin at the node, or at the root element of the text. Braces hold the
-// arguments, parted by semicolons: numbers, texts, or, behind an @, a path. ={x} writes a property, * gives
+// arguments, parted by semicolons: texts, or, behind an @, a path. ={x} writes a property, * gives
 // the names of all nodes of a list. An error is "!" and its number.
 #pragma once
 
@@ -42,15 +42,6 @@ inline StringView taken(StringView& text, StringView ends) {
   return result;
 }
 
-inline Variant valueOf(const LateBound& from, StringView path);
-
-inline Variant argumentOf(const LateBound& from, StringView text) {
-  if (text.starts_with(u'@')) return valueOf(from, text.substr(1));
-  const bool isNumber =
-      !text.empty() && text.find_first_not_of(u"0123456789", text.starts_with(u'-')) == StringView::npos;
-  return isNumber ? Variant(toLong(text)) : Variant(text);
-}
-
 inline Variant valueOf(const LateBound& from, StringView path) {
   Variant value = from.get();
   while (!path.empty()) {
@@ -69,8 +60,10 @@ inline Variant valueOf(const LateBound& from, StringView path) {
     const InvokeKind kind = step.starts_with(u'=') ? InvokeKind::Put : InvokeKind::MethodOrGet;
     if (const std::size_t open = step.find(u'{'); open != StringView::npos) {
       StringView texts = step.substr(open + 1, step.size() - open - 2);
-      do arguments.push_back(argumentOf(from, taken(texts, u";")));
-      while (!texts.empty());
+      do {
+        const StringView text = taken(texts, u";");
+        arguments.push_back(text.starts_with(u'@') ? valueOf(from, text.substr(1)) : Variant(text));
+      } while (!texts.empty());
     }
     if (at.isNothing()) throw Error(ErrorNumber::ObjectNotSet);
     value = at.get()->Invoke(name, kind, arguments);

@@ -4,98 +4,72 @@
 #include <gtest/gtest.h>
 
 #include <thread>
-#include <vector>
 
-#include "automation/ArrayData.h"
-#include "automation/Conversions.h"
-#include "automation/Error.h"
-#include "platform/Objects.h"
+#include "platform/LateBound.h"
 #include "platform/windows/ProbeDispatch.h"
 #include "platform/windows/VariantConversion.h"
+#include "support/RaisedError.h"
 
 namespace zelUtilities {
 namespace {
 
-Variant call(Object& object, StringView name, std::vector<Variant> arguments = {}) {
-  return object.Invoke(name, InvokeKind::MethodOrGet, arguments);
-}
-
-Error raisedBy(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Error& error) {
-    return error;
-  }
-  return {0, {}, {}};
-}
+LateBound faceOf(ProbeDispatch& probe) { return LateBound(Ref<Object>(make<ForeignObject>(&probe))); }
 
 HRESULT echo(const ProbeDispatch::Call& call) { return VariantCopyInd(call.result, &call.argument(0)); }
 
 // What comes back when a value goes out and the object returns it.
-Variant echoed(const Variant& value) {
+std::string echoed(const Variant& value) {
   ProbeDispatch probe(echo);
-  return call(*make<ForeignObject>(&probe), u"Echo", {value});
+  return shown(faceOf(probe)(u"Echo", value));
 }
 
-TEST(ForeignObject, EveryPlainKindGoesOutAndComesBack) {
-  const Variant values[] = {{},
-                            Variant::null(),
-                            std::int16_t{-32768},
-                            std::int32_t{-2147483647 - 1},
-                            1.5F,
-                            -1e300,
-                            Variant::currency(-123456789012345),
-                            Variant::date(39146.5),
-                            std::uint8_t{200},
-                            true,
-                            false,
-                            u"",
-                            StringView(u"a\0b\u65E5", 4)};
-  for (const Variant& value : values) {
-    EXPECT_EQ(typeName(echoed(value)), typeName(value));
-    EXPECT_TRUE(value.isNull() || toText(echoed(value)) == toText(value));
-  }
-  EXPECT_EQ(echoed(Variant::error(-2146828283)).errorCode(), -2146828283);
-  EXPECT_EQ(typeName(echoed(nullptr)), u"Nothing");
-}
-
-TEST(ForeignObject, ArraysKeepTheirBoundsAndElements) {
-  const Variant bytes = echoed(ArrayData::ofBytes(std::vector<std::uint8_t>{1, 0, 255}));
-  ASSERT_EQ(bytes.array().elementKind(), VariantKind::Byte);
-  EXPECT_EQ(std::vector<std::uint8_t>(bytes.array().bytes().begin(), bytes.array().bytes().end()),
-            (std::vector<std::uint8_t>{1, 0, 255}));
-  const Variant mixed = echoed(ArrayData::ofVariants({u"two", Variant::null(), bytes}));
-  EXPECT_EQ(mixed.array().at(0).text(), u"two");
-  EXPECT_TRUE(mixed.array().at(1).isNull());
-  EXPECT_EQ(mixed.array().at(2).array().size(), 3U);
-  Ref<ArrayData> table = ArrayData::create(VariantKind::String, {{-1, 2}, {5, 3}});
+TEST(ForeignObject, EveryKindGoesOutAndComesBack) {
+  const Variant nothing = nullptr, bytes = ArrayData::ofBytes(std::vector<std::uint8_t>{1, 0, 255});
+  const Ref<ArrayData> table = ArrayData::create(VariantKind::String, {{-1, 2}, {5, 3}});
   for (std::size_t i = 0; i < 6; ++i) table->set(i, decimalText(static_cast<long long>(i)));
-  const Variant texts = echoed(table);
-  EXPECT_EQ(texts.array().bounds()[0].lower, -1);
-  EXPECT_EQ(texts.array().bounds()[1].count, 3U);
-  EXPECT_EQ(texts.array().at(4).text(), u"4");
-  EXPECT_EQ(echoed(ArrayData::create(VariantKind::Double, {})).array().size(), 0U);
+  const std::pair<Variant, std::string> cases[] = {
+      {{}, "Empty "},
+      {Variant::null(), "Null"},
+      {nothing, "Nothing"},
+      {std::int16_t{-32768}, "Integer -32768"},
+      {std::int32_t{-2147483647 - 1}, "Long -2147483648"},
+      {1.5F, "Single 1.5"},
+      {-1e300, "Double -1E+300"},
+      {Variant::currency(-123456789012345), "Currency -12345678901.2345"},
+      {Variant::date(39146.5), "Date 3/5/2007 12:00:00 PM"},
+      {std::uint8_t{200}, "Byte 200"},
+      {true, "Boolean True"},
+      {false, "Boolean False"},
+      {u"", "String "},
+      {StringView(u"a\0b\u65E5", 4), {"String a\0b\u65E5", 13}},
+      {Variant::error(-2146828283), "Error -2146828283"},
+      {bytes, "Byte()[0:3] {Byte 1, Byte 0, Byte 255}"},
+      {ArrayData::ofVariants({u"two", Variant::null(), bytes}),
+       "Variant()[0:3] {String two, Null, Byte()[0:3] {Byte 1, Byte 0, Byte 255}}"},
+      {table, "String()[-1:2][5:3] {String 0, String 1, String 2, String 3, String 4, String 5}"},
+      {ArrayData::create(VariantKind::Double, {}), "Double() {}"}};
+  for (const auto& [value, expected] : cases) EXPECT_EQ(echoed(value), expected);
 }
 
 // What a value of the system's becomes.
-Variant converted(VARTYPE kind, const std::function<void(VARIANT&)>& fill) {
+std::string converted(VARTYPE kind, const std::function<void(VARIANT&)>& fill) {
   VARIANT value;
   VariantInit(&value);
   fill(value);
   value.vt = kind;
-  return fromSystem(value);
+  return shown(fromSystem(value));
 }
 
 TEST(ForeignObject, KindsThatOnlyTheSystemHasBecomeTheNearest) {
-  EXPECT_EQ(converted(VT_I1, [](VARIANT& v) { v.cVal = -5; }).longInteger(), -5);
-  EXPECT_EQ(converted(VT_UI2, [](VARIANT& v) { v.uiVal = 65535; }).longInteger(), 65535);
-  EXPECT_EQ(converted(VT_UI4, [](VARIANT& v) { v.ulVal = 5; }).longInteger(), 5);
-  EXPECT_EQ(converted(VT_UI4, [](VARIANT& v) { v.ulVal = 4000000000; }).doubleValue(), 4e9);
-  EXPECT_EQ(converted(VT_I8, [](VARIANT& v) { v.llVal = -3000000000; }).doubleValue(), -3e9);
-  EXPECT_EQ(converted(VT_INT, [](VARIANT& v) { v.intVal = 7; }).longInteger(), 7);
-  EXPECT_EQ(converted(VT_DECIMAL, [](VARIANT& v) { VarDecFromR8(2.5, &v.decVal); }).doubleValue(), 2.5);
+  EXPECT_EQ(converted(VT_I1, [](VARIANT& v) { v.cVal = -5; }), "Long -5");
+  EXPECT_EQ(converted(VT_UI2, [](VARIANT& v) { v.uiVal = 65535; }), "Long 65535");
+  EXPECT_EQ(converted(VT_UI4, [](VARIANT& v) { v.ulVal = 5; }), "Long 5");
+  EXPECT_EQ(converted(VT_UI4, [](VARIANT& v) { v.ulVal = 4000000000; }), "Double 4000000000");
+  EXPECT_EQ(converted(VT_I8, [](VARIANT& v) { v.llVal = -3000000000; }), "Double -3000000000");
+  EXPECT_EQ(converted(VT_INT, [](VARIANT& v) { v.intVal = 7; }), "Long 7");
+  EXPECT_EQ(converted(VT_DECIMAL, [](VARIANT& v) { VarDecFromR8(2.5, &v.decVal); }), "Double 2.5");
   std::int16_t referred = 12;
-  EXPECT_EQ(converted(VT_BYREF | VT_I2, [&](VARIANT& v) { v.piVal = &referred; }).integer(), 12);
+  EXPECT_EQ(converted(VT_BYREF | VT_I2, [&](VARIANT& v) { v.piVal = &referred; }), "Integer 12");
 }
 
 TEST(ForeignObject, ArgumentsComeInOrderAndPlacesAreWrittenBack) {
@@ -111,113 +85,94 @@ TEST(ForeignObject, ArgumentsComeInOrderAndPlacesAreWrittenBack) {
     std::uint8_t value = 42;
     return SafeArrayPutElement(call.argument(3).pvarVal->parray, &at, &value);
   });
-  Variant arguments[] = {u"first", Variant::missing(), {}, ArrayData::ofBytes(std::vector<std::uint8_t>(3))};
-  EXPECT_TRUE(make<ForeignObject>(&probe)->Invoke(u"x", InvokeKind::Method, arguments).isEmpty());
-  EXPECT_EQ(arguments[0].text(), u"first");
-  EXPECT_EQ(arguments[2].longInteger(), 99);
-  EXPECT_EQ(arguments[3].array().at(1).byte(), 42);
+  Variant arguments[] = {u"first", Variant::missing(), {}, ArrayData::ofBytes(std::vector<std::uint8_t>(2))};
+  EXPECT_TRUE(faceOf(probe).get()->Invoke(u"x", InvokeKind::Method, arguments).isEmpty());
+  EXPECT_EQ(shown(arguments[0]) + shown(arguments[2]) + shown(arguments[3]),
+            "String firstLong 99Byte()[0:2] {Byte 0, Byte 42}");
 }
 
 TEST(ForeignObject, AnObjectThatTakesNoReferencesGetsValues) {
   ProbeDispatch probe([](const ProbeDispatch::Call& call) {
     return call.argument(0).vt == VT_EMPTY ? S_OK : DISP_E_TYPEMISMATCH;
   });
-  EXPECT_TRUE(call(*make<ForeignObject>(&probe), u"x", {Variant()}).isEmpty());
+  EXPECT_TRUE(faceOf(probe)(u"x", Variant()).isEmpty());
 }
 
-TEST(ForeignObject, AnExceptionArrivesWithNumberSourceAndDescription) {
-  ProbeDispatch probe([](const ProbeDispatch::Call& call) {
-    call.exception->scode = static_cast<SCODE>(0x800A0000 + 58);
-    call.exception->bstrSource = SysAllocString(L"Probe");
-    call.exception->bstrDescription = SysAllocString(L"It is there already");
-    return DISP_E_EXCEPTION;
-  });
-  const Error error = raisedBy([&] { call(*make<ForeignObject>(&probe), u"x"); });
-  EXPECT_EQ(error.number(), 58);
-  EXPECT_EQ(error.source(), u"Probe");
-  EXPECT_EQ(error.description(), u"It is there already");
-}
-
-TEST(ForeignObject, ResultCodesBecomeTheNumbersOfTheRunTime) {
-  const std::pair<HRESULT, std::int32_t> cases[] = {{DISP_E_MEMBERNOTFOUND, 438},
-                                                    {DISP_E_BADPARAMCOUNT, 450},
-                                                    {DISP_E_PARAMNOTOPTIONAL, 449},
-                                                    {DISP_E_TYPEMISMATCH, 13},
-                                                    {DISP_E_OVERFLOW, 6},
-                                                    {DISP_E_BADINDEX, 9},
-                                                    {E_OUTOFMEMORY, 7},
-                                                    {static_cast<HRESULT>(0x80070003), 76},
-                                                    {E_FAIL, E_FAIL}};
-  for (const auto& [result, number] : cases) {
-    ProbeDispatch probe([code = result](const ProbeDispatch::Call&) { return code; });
-    const Error error = raisedBy([&] { call(*make<ForeignObject>(&probe), u"x"); });
-    EXPECT_EQ(error.number(), number);
-    EXPECT_NE(error.description(), u"");
+TEST(ForeignObject, FailuresArriveWithNumberSourceAndDescription) {
+  const std::pair<HRESULT, std::string> cases[] = {{DISP_E_EXCEPTION, "58|Probe|It is there already"},
+                                                   {DISP_E_MEMBERNOTFOUND, "438||"},
+                                                   {DISP_E_BADPARAMCOUNT, "450||"},
+                                                   {DISP_E_PARAMNOTOPTIONAL, "449||"},
+                                                   {DISP_E_TYPEMISMATCH, "13||"},
+                                                   {DISP_E_OVERFLOW, "6||"},
+                                                   {DISP_E_BADINDEX, "9||"},
+                                                   {E_OUTOFMEMORY, "7||"},
+                                                   {static_cast<HRESULT>(0x80070003), "76||"},
+                                                   {E_FAIL, "-2147467259||"}};
+  for (const auto& [code, expected] : cases) {
+    ProbeDispatch probe([result = code](const ProbeDispatch::Call& call) {
+      if (result != DISP_E_EXCEPTION) return result;
+      call.exception->scode = static_cast<SCODE>(0x800A0000 + 58);
+      call.exception->bstrSource = SysAllocString(L"Probe");
+      call.exception->bstrDescription = SysAllocString(L"It is there already");
+      return result;
+    });
+    const std::string error = raisedError([&] { faceOf(probe)(u"x"); });
+    EXPECT_TRUE(error.starts_with(expected) && error.back() != '|') << error;
   }
 }
 
-TEST(ForeignObject, HoldsItsObjectForAsLongAsItLives) {
+TEST(ForeignObject, HoldsItsObjectForAsLongAsItLivesAndRefusesOneOfOursWithoutABridge) {
   ProbeDispatch probe(echo);
   {
-    Ref<Object> object = make<ForeignObject>(&probe);
+    const LateBound object = faceOf(probe);
     EXPECT_EQ(probe.references(), 2);
     // Passed out and back in, the object is the system's own again.
-    const Variant back = call(*object, u"Echo", {object});
-    EXPECT_EQ(objectCast<ForeignObject>(back.object())->dispatch(), &probe);
+    EXPECT_EQ(objectCast<ForeignObject>(object(u"Echo", object).object())->dispatch(), &probe);
+    struct Own : Object {};
+    EXPECT_EQ(raisedError([&] { object(u"x", make<Own>()); }).substr(0, 3), "13|");
   }
-  EXPECT_EQ(probe.references(), 1);
-}
-
-TEST(ForeignObject, AnObjectOfOursIsRefusedWithoutABridge) {
-  struct Own : Object {};
-  ProbeDispatch probe(echo);
-  EXPECT_EQ(raisedBy([&] { call(*make<ForeignObject>(&probe), u"x", {make<Own>()}); }).number(), 13);
   EXPECT_EQ(probe.references(), 1);
 }
 
 TEST(ForeignObject, WorksWithADictionaryOfTheSystems) {
-  const Ref<Object> dictionary = createObject(u"Scripting.Dictionary");
-  call(*dictionary, u"Add", {u"one", std::int32_t{1}});
-  call(*dictionary, u"Add", {u"two", 2.5});
-  EXPECT_EQ(toLong(call(*dictionary, u"Count")), 2);
-  EXPECT_EQ(call(*dictionary, u"item", {u"two"}).doubleValue(), 2.5);
+  const LateBound dictionary = LateBound::create(u"Scripting.Dictionary");
+  dictionary(u"Add", u"one", std::int32_t{1});
+  dictionary(u"Add", u"two", 2.5);
+  EXPECT_EQ(shown(dictionary(u"Count")) + shown(dictionary(u"item", u"two")), "Long 2Double 2.5");
   Variant put[] = {u"one", u"first"};
-  dictionary->Invoke(u"Item", InvokeKind::Put, put);
-  EXPECT_EQ(call(*dictionary, u"", {u"one"}).text(), u"first");
-  EXPECT_EQ(call(*dictionary, u"Keys").array().at(1).text(), u"two");
-  EXPECT_EQ(raisedBy([&] { call(*dictionary, u"Add", {u"one", 1.0}); }).number(), ErrorNumber::DuplicateKey);
-
-  const Variant enumerator = call(*dictionary, u"NewEnum");
+  dictionary.get()->Invoke(u"Item", InvokeKind::Put, put);
+  EXPECT_EQ(dictionary.text(u"", u"one"), u"first");
+  EXPECT_EQ(shown(dictionary(u"Keys")), "Variant()[0:2] {String one, String two}");
+  EXPECT_EQ(raisedError([&] { dictionary(u"Add", u"one", 1.0); }).substr(0, 4), "457|");
+  const Ref<Enumerator> walk = objectCast<Enumerator>(dictionary(u"NewEnum").object());
   Variant key;
-  ASSERT_TRUE(objectCast<Enumerator>(enumerator.object())->next(key));
+  EXPECT_TRUE(walk->next(key));
   EXPECT_EQ(key.text(), u"one");
-  ASSERT_TRUE(objectCast<Enumerator>(enumerator.object())->next(key));
-  EXPECT_FALSE(objectCast<Enumerator>(enumerator.object())->next(key));
+  EXPECT_TRUE(walk->next(key));
+  EXPECT_FALSE(walk->next(key));
 }
 
 TEST(ForeignObject, ScriptsObjectsAreReadCalledAndWritten) {
-  const Ref<Object> engine = createObject(u"MSScriptControl.ScriptControl");
-  Variant language[] = {u"JScript"};
-  engine->Invoke(u"Language", InvokeKind::Put, language);
-  const Ref<Object> control = call(*engine, u"Eval",
-                                   {u"({Name: 'n', Font: {Size: 8}, Item: function(k) { return k + '!'; },"
-                                    u" Hide: function() { return this.late = 'hidden'; }})"})
-                                  .object();
-  EXPECT_EQ(call(*control, u"name").text(), u"n");
-  EXPECT_EQ(toLong(call(*call(*control, u"Font").object(), u"SIZE")), 8);
-  EXPECT_EQ(call(*control, u"Item", {u"k"}).text(), u"k!");
-  EXPECT_EQ(raisedBy([&] { call(*control, u"late"); }).number(), 438);
-  EXPECT_EQ(call(*control, u"hide").text(), u"hidden");
-  EXPECT_EQ(control->Invoke(u"Late", InvokeKind::Get, {}).text(), u"hidden");
-  Variant value[] = {true};
-  control->Invoke(u"late", InvokeKind::Put, value);
-  EXPECT_TRUE(call(*control, u"Late").boolean());
-  EXPECT_EQ(raisedBy([&] { control->Invoke(u"Enabled", InvokeKind::Put, value); }).number(), 438);
+  const LateBound engine = LateBound::create(u"MSScriptControl.ScriptControl");
+  engine.put(u"Language", u"JScript");
+  const LateBound control =
+      engine.object(u"Eval",
+                    u"({Name: 'n', Font: {Size: 8}, Item: function(k) { return k + '!'; },"
+                    u" Hide: function() { return this.late = 'hidden'; }})");
+  EXPECT_EQ(control.text(u"name") + control.object(u"Font").text(u"SIZE") + control.text(u"Item", u"k"),
+            u"n8k!");
+  EXPECT_EQ(raisedError([&] { control(u"late"); }).substr(0, 4), "438|");
+  EXPECT_EQ(control.text(u"hide"), u"hidden");
+  EXPECT_EQ(control.get()->Invoke(u"Late", InvokeKind::Get, {}).text(), u"hidden");
+  control.put(u"late", true);
+  EXPECT_EQ(shown(control(u"Late")), "Boolean True");
+  EXPECT_EQ(raisedError([&] { control.put(u"Enabled", true); }).substr(0, 4), "438|");
 }
 
 TEST(ForeignObject, AThreadThatIsNotReadyForComIsMadeSo) {
   std::int32_t count = -1;
-  std::thread([&] { count = toLong(call(*createObject(u"Scripting.Dictionary"), u"Count")); }).join();
+  std::thread([&] { count = LateBound::create(u"Scripting.Dictionary").number(u"Count"); }).join();
   EXPECT_EQ(count, 0);
 }
 
