@@ -1,6 +1,6 @@
 ' Calls of every kind, as a VBScript client writes them.
 Option Explicit
-Dim list, node, other, item, keys, xml, cat, at, pair, misc, numbers, bytes(3)
+Dim list, node, other, item, keys, xml, document, cat, registry, at, pair, misc, numbers, bytes(3)
 
 Set list = CreateObject("zelUtilities.zelNodeList")
 list.CreateColumn "A", "First"
@@ -54,6 +54,12 @@ Equal list.Count, 0, "a list that is emptied while it is enumerated"
 
 Set xml = CreateObject("zelUtilities.zelXML")
 Equal xml.zel_ToXML("a<b"), "a&lt;b", "a global operation"
+Set document = CreateObject("MSXML.DOMDocument")
+document.loadXML "<a><b>t</b></a>"
+Equal xml.zel_ValueFromElement("b", document.documentElement, ""), "t", "an object of the system's goes in"
+Set registry = CreateObject("zelUtilities.zelRegistry")
+Equal IsEmpty(registry.zel_GetRegistryValue(&H80000001, "None", "None")), True, "a reference left out"
+Equal registry.zel_GetRegistryValue(&H80000001, "None", "None", "d"), "d", "a reference to a constant"
 Set cat = CreateObject("zelUtilities.zelStringCat")
 cat.Separator = ","
 cat.Concatenate "a"

@@ -1,16 +1,13 @@
 #include "server/windows/ScriptHost.h"
 
-#include <windows.h>
-
-#include <activscp.h>
-
 #include <deque>
 #include <fstream>
 #include <iterator>
-#include <vector>
 
+#include "platform/windows/ForeignObject.h"
 #include "platform/windows/OwnedVariant.h"
 #include "platform/windows/ProbeDispatch.h"
+#include "platform/windows/VariantConversion.h"
 #include "server/windows/ServerUnderTest.h"
 
 namespace zelUtilities {
@@ -23,8 +20,6 @@ HRESULT callScript(IDispatch& script, DISPID function, DISPPARAMS& passed) {
   std::vector<VARIANT> arguments(passed.cArgs);
   for (UINT i = 0; i < passed.cArgs; ++i) {
     VariantCopyInd(&held[i], &passed.rgvarg[i]);
-    arguments[i] = held[i];
-    if ((passed.rgvarg[i].vt & VT_BYREF) == 0) continue;
     arguments[i].vt = VT_BYREF | VT_VARIANT;
     arguments[i].pvarVal = &held[i];
   }
@@ -53,14 +48,10 @@ class ScriptSink {
           return callScript(*script, function, *call.parameters);
         }) {
     ComRef<ITypeInfo> coclass;
-    ComRef<ITypeLib> library;
-    UINT index = 0;
-    GUID id;
-    const auto provider = query<IProvideClassInfo2>(source);
-    if (!point_ || provider->GetClassInfo(coclass.receive()) < 0) return;
-    coclass->GetContainingTypeLib(library.receive(), &index);
-    provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id);
-    library->GetTypeInfoOfGuid(id, events_.receive());
+    HREFTYPE events = 0;
+    if (!point_ || query<IProvideClassInfo>(source)->GetClassInfo(coclass.receive()) < 0) return;
+    coclass->GetRefTypeOfImplType(1, &events);
+    coclass->GetRefTypeInfo(events, events_.receive());
     point_->Advise(&sink_, &cookie_);
   }
   ~ScriptSink() { disconnect(); }
@@ -105,131 +96,63 @@ class Tools {
 
   ComRef<IDispatch> script;
   ProbeDispatch face{[this](const ProbeDispatch::Call& call) {
-                       std::vector<OwnedVariant> values(call.parameters->cArgs);
-                       for (UINT i = 0; i < values.size(); ++i) VariantCopyInd(&values[i], &call.argument(i));
-                       return answer(call.id, values, call.result);
+                       OwnedVariant values[3], ignored;
+                       for (UINT i = 0; i < std::min(call.parameters->cArgs, 3U); ++i)
+                         VariantCopyInd(&values[i], &call.argument(i));
+                       answer(call.name, values, call.result ? *call.result : ignored);
+                       return S_OK;
                      },
                      {L"Equal", L"Watch", L"Unwatch", L"Finished", L"NewObject", L"Typed"}};
   std::deque<ScriptSink> sinks;  // kept to the end: one may leave while it is being called
 
  private:
-  HRESULT answer(DISPID id, std::vector<OwnedVariant>& values, VARIANT* result) {
-    if (id == 1 && values.size() == 3) {
-      const std::string is = textOf(values[0]);
-      const std::string expected = textOf(values[1]);
+  void answer(const std::wstring& tool, OwnedVariant (&values)[3], VARIANT& result) {
+    if (tool == L"Equal") {
+      const std::string is = textOf(values[0]), expected = textOf(values[1]);
       ++outcome_.checks;
       if (is != expected)
         outcome_.complaints += textOf(values[2]) + ": is <" + is + ">, expected <" + expected + ">\n";
-    } else if (id == 2 && values.size() == 2) {
+    } else if (tool == L"Watch") {
       sinks.emplace_back(script.get(), values[1].bstrVal, values[0].pdispVal);
       if (!sinks.back().isConnected()) outcome_.complaints += "no events\n";
-      if (result) result->vt = VT_I4;
-      if (result) result->lVal = static_cast<LONG>(sinks.size()) - 1;
-    } else if (id == 3 && values.size() == 1) {
+      toSystem(static_cast<std::int32_t>(sinks.size()) - 1, result);
+    } else if (tool == L"Unwatch") {
       sinks.at(std::stoul(textOf(values[0]))).disconnect();
-    } else if (id == 4) {
+    } else if (tool == L"Finished") {
       outcome_.isFinished = true;
-    } else if (id == 5 && values.size() == 1 && result) {
-      CLSID classId;
-      result->vt = VT_DISPATCH;
-      CLSIDFromProgID(values[0].bstrVal, &classId);
-      return CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                              reinterpret_cast<void**>(&result->pdispVal));
-    } else if (id == 6 && values.size() == 2 && result) {
-      result->vt = VT_DISPATCH;
-      result->pdispVal = &(new TypedFace(query<IDispatch>(values[0].pdispVal)))->called(values[1].bstrVal);
+    } else if (tool == L"NewObject") {
+      toSystem(createObject(fromUtf8(textOf(values[0]))), result);
     } else {
-      return DISP_E_BADPARAMCOUNT;
+      result.vt = VT_DISPATCH;
+      result.pdispVal = &(new TypedFace(query<IDispatch>(values[0].pdispVal)))->called(values[1].bstrVal);
     }
-    return S_OK;
   }
 
   ScriptOutcome& outcome_;
 };
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
-class Site final : public IActiveScriptSite {
- public:
-  Site(ScriptOutcome& outcome, IDispatch& tools) : outcome_(outcome), tools_(tools) {}
-  virtual ~Site() = default;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-    const bool known = id == IID_IUnknown || id == __uuidof(IActiveScriptSite);
-    *out = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // lives on the stack
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-  HRESULT STDMETHODCALLTYPE GetLCID(LCID* locale) override {
-    *locale = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetItemInfo(LPCOLESTR, DWORD mask, IUnknown** item, ITypeInfo** type) override {
-    if (type) *type = nullptr;
-    if ((mask & SCRIPTINFO_IUNKNOWN) == 0) return TYPE_E_ELEMENTNOTFOUND;
-    *item = &tools_;
-    tools_.AddRef();
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnStateChange(SCRIPTSTATE) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnScriptError(IActiveScriptError* error) override {
-    EXCEPINFO exception{};
-    DWORD context = 0;
-    ULONG line = 0;
-    LONG column = 0;
-    error->GetExceptionInfo(&exception);
-    error->GetSourcePosition(&context, &line, &column);
-    outcome_.complaints += "line " + std::to_string(line + 1) + ": " + utf8(exception.bstrDescription) +
-                           " (" + utf8(exception.bstrSource) + ")\n";
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
-
- private:
-  ScriptOutcome& outcome_;
-  IDispatch& tools_;
-};
-
-#pragma GCC diagnostic pop
-
-std::wstring readScript(const std::wstring& name) {
+String readScript(const std::wstring& name) {
   std::ifstream file(utf8(besideProgram(L"scripts\\" + name).c_str()), std::ios::binary);
-  const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  return {bytes.begin(), bytes.end()};  // scripts are plain ASCII
+  return fromUtf8(std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
 }  // namespace
 
 ScriptOutcome runScript(const std::wstring& name) {
   ScriptOutcome outcome;
-  const std::wstring source = readScript(name);
-  CLSID engineId;
-  ComRef<IActiveScript> engine;
-  CLSIDFromProgID(name.ends_with(L".js") ? L"JScript" : L"VBScript", &engineId);
-  if (source.empty() || CoCreateInstance(engineId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IActiveScript),
-                                         engine.receiveAny()) < 0) {
-    outcome.complaints = "the script or its engine is missing\n";
-    return outcome;
-  }
-  const auto parser = query<IActiveScriptParse>(engine.get());
+  const LateBound control = LateBound::create(u"MSScriptControl.ScriptControl");
+  control.put(u"Language", name.ends_with(L".js") ? u"JScript" : u"VBScript");
   Tools tools(outcome);
-  Site site(outcome, tools.face);
-  engine->SetScriptSite(&site);
-  parser->InitNew();
-  engine->AddNamedItem(L"tools", SCRIPTITEM_ISVISIBLE | SCRIPTITEM_GLOBALMEMBERS);
-  engine->GetScriptDispatch(nullptr, tools.script.receive());
-  EXCEPINFO exception{};
-  parser->ParseScriptText(source.c_str(), nullptr, nullptr, nullptr, 0, 0, SCRIPTTEXT_ISVISIBLE, nullptr,
-                          &exception);
-  engine->SetScriptState(SCRIPTSTATE_CONNECTED);
+  control(u"AddObject", u"tools", make<ForeignObject>(&tools.face), true);
+  tools.script = dispatchOf(control.object(u"CodeObject"));
+  try {
+    control(u"AddCode", readScript(name));
+  } catch (const Error& error) {
+    const LateBound told = control.object(u"Error");
+    outcome.complaints += "line " + std::to_string(told.number(u"Line")) + ": " + error.what() + " (" +
+                          toUtf8(error.source()) + ")\n";
+  }
   tools.sinks.clear();
-  engine->Close();
   return outcome;
 }
 
