@@ -150,6 +150,16 @@ TEST_F(FilesContract, NamesThatCanBeNoFilesAreRefusedAndNameNothing) {
   EXPECT_EQ(files().findFirst(u"") + files().findFirst(StringView(u"a\0b", 3)), u"");
 }
 
+TEST_F(FilesContract, OnlyAFoldersNameEndsInASeparator) {
+  for (const char* operation : {"read", "replace", "overwrite", "append", "remove", "details", "copy"})
+    expectRows({{"a", operation, "a\\", "b", ErrorNumber::PathNotFound},
+                {"a", operation, "new\\", "b", ErrorNumber::PathNotFound}});
+  for (const char* operation : {"copy", "copyNew", "rename", "renameOver"})
+    expectRows({{"a", operation, "a", "b\\", ErrorNumber::PathNotFound}});
+  expectRows({{"Sub\\", "rename", "Sub\\", "New\\", 0, "New\\"}, {"a", "attributes", "a/", "", 76}});
+  EXPECT_FALSE(files().fileExists(in(u"a\\")));
+}
+
 TEST_F(FilesContract, AFolderIsNoFile) {
   const String sub = in(u"Sub");
   for (const char* operation : {"read", "remove", "replace", "overwrite", "copy"})

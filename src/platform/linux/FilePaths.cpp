@@ -184,8 +184,7 @@ std::string nativePath(StringView path) {
 
 std::string targetPath(StringView path) {
   requireName(path);
-  while (path.size() > lastPartOf(path) + 1 && separators.find(path.back()) != StringView::npos)
-    path.remove_suffix(1);
+  while (path.size() > 1 && separators.find(path.back()) != StringView::npos) path.remove_suffix(1);
   const std::size_t last = lastPartOf(path);
   if (last == 0) return toUtf8(path);
   return nativePath(path.substr(0, last)) + toUtf8(path.substr(last));

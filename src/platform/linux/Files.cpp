@@ -41,9 +41,15 @@ Kind kindOf(const std::string& path) {
   return S_ISREG(status.st_mode) ? Kind::File : Kind::Other;
 }
 
+// Only a folder's name may end in a separator.
+bool namesFolder(std::string_view path) { return path.ends_with('/'); }
+void requireFileName(StringView path) {
+  if (path.ends_with(u'\\') || path.ends_with(u'/')) throw Error(ErrorNumber::PathNotFound);
+}
+
 // A missing file in a missing folder is another failure than a missing file.
 [[noreturn]] void raiseFor(const std::string& path, int code) {
-  if (code == ENOENT && kindOf(folderOf(path)) != Kind::Folder) code = ENOTDIR;
+  if (code == ENOENT && (namesFolder(path) || kindOf(folderOf(path)) != Kind::Folder)) code = ENOTDIR;
   raiseFileError(code);
 }
 
@@ -76,7 +82,8 @@ std::string behindLinks(const std::string& path) {
 
 void requireWritable(const std::string& path, Kind kind) {
   if (kind == Kind::Folder || isReadOnly(path)) throw Error(ErrorNumber::PathFileAccess);
-  if (kind == Kind::Nothing && kindOf(folderOf(path)) != Kind::Folder) throw Error(ErrorNumber::PathNotFound);
+  if (kind == Kind::Nothing && (namesFolder(path) || kindOf(folderOf(path)) != Kind::Folder))
+    throw Error(ErrorNumber::PathNotFound);
 }
 
 // The new name of a file is safe only when its folder is. A folder that cannot be read must do without.
@@ -302,6 +309,7 @@ class LinuxFiles : public Files {
   void copy(StringView from, StringView to, bool replacing) override {
     if (!replacing && copiedAsSpelled(from, to)) return;
     const std::string source = nativePath(from);
+    if (!replacing) requireFileName(to);
     if (!replacing) return copyThere(source, targetPath(to), false);
     const std::string target = behindLinks(nativePath(to));
     const Kind kind = kindOf(target);
@@ -315,6 +323,7 @@ class LinuxFiles : public Files {
     const std::string target = targetPath(to);
     const std::string there = withoutClosingSeparators(nativePath(to));  // in another spelling perhaps
     if (kindOf(source) == Kind::Nothing) raiseMissing(source);
+    if (kindOf(source) != Kind::Folder && kindOf(there) != Kind::Folder) requireFileName(to);
     const bool itself = isSpelledAnew(source, there);
     const bool replaces = !itself && isThere(there);
     if (replaces && (!replacing || kindOf(source) == Kind::Folder || kindOf(there) == Kind::Folder))

@@ -112,6 +112,14 @@ DWORD requiredAttributes(const String& path) {
   return attributes;
 }
 
+// The whole path, which ends in no separator, of a name that does so only where it is a folder's.
+String entryPathOf(StringView path) {
+  String whole = fullPathOf(path);
+  const bool namesFolder = path.ends_with(u'\\') || path.ends_with(u'/');
+  if (namesFolder && !isFolder(attributesOrNone(whole))) throw Error(ErrorNumber::PathNotFound);
+  return whole;
+}
+
 // The attributes of a file that is going to be written to, if it is there.
 DWORD writableAttributes(const String& path) {
   const DWORD attributes = attributesOrNone(path);
@@ -332,7 +340,7 @@ class WindowsFiles : public Files {
   }
 
   FileDetails details(StringView path) override {
-    const String name = fullPathOf(path);
+    const String name = entryPathOf(path);
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(wide(name), GetFileExInfoStandard, &data)) raiseLastFileError();
     const std::uint64_t length = std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
@@ -340,21 +348,21 @@ class WindowsFiles : public Files {
     return {folder ? 0 : length, localDate(data.ftLastWriteTime), folder};
   }
   std::uint32_t attributes(StringView path) override {
-    return requiredAttributes(fullPathOf(path)) & ~std::uint32_t{FILE_ATTRIBUTE_NORMAL};
+    return requiredAttributes(entryPathOf(path)) & ~std::uint32_t{FILE_ATTRIBUTE_NORMAL};
   }
   void setAttributes(StringView path, std::uint32_t attributes) override {
-    const String name = fullPathOf(path);
+    const String name = entryPathOf(path);
     const DWORD wanted = attributes & settable;
     if (!SetFileAttributesW(wide(name), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL)) raiseLastFileError();
   }
 
   std::unique_ptr<FileReader> open(StringView path) override {
     return std::make_unique<OpenFile>(
-        std::make_unique<FileHandle>(fullPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING));
+        std::make_unique<FileHandle>(entryPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING));
   }
 
   std::string readWhole(StringView path) override {
-    FileHandle file(fullPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING);
+    FileHandle file(entryPathOf(path), GENERIC_READ, sharedByAll, OPEN_EXISTING);
     const std::int64_t length = file.length();
     if (length > longestText) throw Error(ErrorNumber::OutOfMemory);
     std::string contents(static_cast<std::size_t>(length), '\0');
@@ -363,7 +371,7 @@ class WindowsFiles : public Files {
   }
 
   void replaceWhole(StringView path, std::string_view contents) override {
-    const String target = fullPathOf(path);
+    const String target = entryPathOf(path);
     if (isDevice(target))
       return FileHandle(target, GENERIC_WRITE, sharedByAll, OPEN_EXISTING).write(contents);
     const DWORD attributes = writableAttributes(target);
@@ -374,7 +382,7 @@ class WindowsFiles : public Files {
   }
 
   void overwrite(StringView path, std::string_view contents) override {
-    const String name = fullPathOf(path);
+    const String name = entryPathOf(path);
     writableAttributes(name);
     FileHandle file(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS);
     // So that a full disk is known before anything is lost.
@@ -387,7 +395,7 @@ class WindowsFiles : public Files {
   }
 
   void append(StringView path, std::string_view contents) override {
-    const String name = fullPathOf(path);
+    const String name = entryPathOf(path);
     writableAttributes(name);
     FileHandle file(name, GENERIC_READ | GENERIC_WRITE, sharedByAll, OPEN_ALWAYS);
     file.lock();
@@ -402,8 +410,8 @@ class WindowsFiles : public Files {
   }
 
   void copy(StringView from, StringView to, bool replacing) override {
-    const String source = fullPathOf(from);
-    const String target = fullPathOf(to);
+    const String source = entryPathOf(from);
+    const String target = entryPathOf(to);
     if (isDevice(source) || isDevice(target) || isFolder(attributesOrNone(source)))
       throw Error(ErrorNumber::PathFileAccess);
     if (replacing) {
@@ -422,8 +430,8 @@ class WindowsFiles : public Files {
 
   void rename(StringView from, StringView to, bool replacing) override {
     const String source = fullPathOf(from);
-    const String target = fullPathOf(to);
     const DWORD attributes = requiredAttributes(source);
+    const String target = isFolder(attributes) ? fullPathOf(to) : entryPathOf(to);
     const DWORD there = attributesOrNone(target);
     const bool replaces = isThere(there) && !equalFolded(source, target);
     if (replaces && (!replacing || isFolder(attributes) || isFolder(there)))
@@ -438,7 +446,7 @@ class WindowsFiles : public Files {
   }
 
   void remove(StringView path, bool force) override {
-    const String name = fullPathOf(path);
+    const String name = entryPathOf(path);
     const DWORD attributes = requiredAttributes(name);
     if (isFolder(attributes) || (!force && (attributes & FILE_ATTRIBUTE_READONLY) != 0))
       throw Error(ErrorNumber::PathFileAccess);
@@ -492,7 +500,7 @@ class WindowsFiles : public Files {
   // A name that can be nobody's names nothing.
   static DWORD attributesIfNameable(StringView path) {
     try {
-      return attributesOrNone(fullPathOf(path));
+      return attributesOrNone(entryPathOf(path));
     } catch (const Error&) {
       return INVALID_FILE_ATTRIBUTES;
     }
