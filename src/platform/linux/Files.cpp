@@ -80,6 +80,13 @@ std::string behindLinks(const std::string& path) {
   return real ? real.get() : path;
 }
 
+// What the system itself keeps under a name is not a client's to take away. A link to it is.
+void requireNoDevice(const std::string& path) {
+  struct stat status {};
+  if (lstat(path.c_str(), &status) == 0 && (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)))
+    throw Error(ErrorNumber::PathFileAccess);
+}
+
 void requireWritable(const std::string& path, Kind kind) {
   if (kind == Kind::Folder || isReadOnly(path)) throw Error(ErrorNumber::PathFileAccess);
   if (kind == Kind::Nothing && (namesFolder(path) || kindOf(folderOf(path)) != Kind::Folder))
@@ -324,6 +331,8 @@ class LinuxFiles : public Files {
     const std::string there = withoutClosingSeparators(nativePath(to));  // in another spelling perhaps
     if (kindOf(source) == Kind::Nothing) raiseMissing(source);
     if (kindOf(source) != Kind::Folder && kindOf(there) != Kind::Folder) requireFileName(to);
+    requireNoDevice(source);
+    requireNoDevice(there);
     const bool itself = isSpelledAnew(source, there);
     const bool replaces = !itself && isThere(there);
     if (replaces && (!replacing || kindOf(source) == Kind::Folder || kindOf(there) == Kind::Folder))
@@ -336,6 +345,7 @@ class LinuxFiles : public Files {
     const std::string native = nativePath(path);
     if (kindOf(native) == Kind::Folder || (!force && isReadOnly(native)))
       throw Error(ErrorNumber::PathFileAccess);
+    requireNoDevice(native);
     if (unlink(native.c_str()) != 0) raiseFor(native, errno);
   }
 

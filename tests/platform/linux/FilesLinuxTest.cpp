@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -141,6 +142,19 @@ TEST_F(FilesOnLinux, DevicesPipesAndFilesTooLargeForATextAreRefused) {
   EXPECT_EQ(raised([] { files().replaceWhole(u"/dev/null", "x"); }), 0);
   fs::resize_file(folder_ / "a", std::uintmax_t{1} << 31);
   EXPECT_EQ(raised([&] { files().readWhole(in(u"a")); }), ErrorNumber::OutOfMemory);
+}
+
+TEST_F(FilesOnLinux, ADeviceStaysUnderItsName) {
+  given("a");
+  if (mknod((folder_ / "device").c_str(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+    GTEST_SKIP() << "no device can be made";
+  fs::create_symlink("device", folder_ / "link");
+  for (const std::function<void()>& taking : std::vector<std::function<void()>>{
+           [&] { files().remove(in(u"device"), true); }, [&] { files().rename(in(u"device"), in(u"b")); },
+           [&] { files().rename(in(u"a"), in(u"device"), true); }})
+    EXPECT_EQ(raised(taking), ErrorNumber::PathFileAccess);
+  files().remove(in(u"link"));
+  EXPECT_TRUE(fs::is_character_file(folder_ / "device") && fs::exists(folder_ / "a"));
 }
 
 // Runs the action in a process of its own that may write no file longer than this.
