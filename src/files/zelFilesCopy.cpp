@@ -83,7 +83,9 @@ class TreeCopy {
   }
 
   bool enterFolder(const String& folder, StringView destination) {
-    return enter(folder, folder + u"\\*.*", String(destination) + u"\\" + zel_GetFileName(folder));
+    const bool isDrive = folder.size() == 2 && folder[1] == u':';  // whose root has no name of its own
+    const String below = isDrive ? String() : u"\\" + zel_GetFileName(folder);
+    return enter(folder, folder + u"\\*.*", String(destination) + below);
   }
 
   bool enter(const String& source, StringView pattern, const String& destination) {

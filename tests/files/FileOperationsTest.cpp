@@ -84,6 +84,10 @@ TEST_F(FileOperations, FilesAreCopiedByPatternAndFoldersWithAllBelow) {
        {"s\\ s\\a.t", copyAll, "@s\\*.t", "@s", recurse, "0"},
        {"s\\ s\\a s\\b", copyAll, "@s", "@z", 0, "0 -> s\\ s\\a s\\b z\\ z\\s\\ z\\s\\a", "copy",
         ErrorNumber::DiskFull, 1}});
+  files().replaceWhole(u"C:\\zel.root", "x");
+  EXPECT_EQ(zel_FilesCopy(u"C:\\", path(u"o")), 0);
+  files().remove(u"C:\\zel.root");
+  EXPECT_EQ(bytesIn(u"o\\zel.root"), "x") << "a drive has no name to make a folder of";
   EXPECT_EQ(zel_FilesCopy(path(u"s"), put(u"file") + u"\\below"), ZEL_CopyErrors_NoPath);
   FailingFiles unlisted("findAll", ErrorNumber::PathFileAccess);
   const Replaced<Files> replaced(unlisted);
