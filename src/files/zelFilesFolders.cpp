@@ -32,9 +32,10 @@ String zel_GetTempDir() {
 String zel_GetTempFile(StringView sPrefix) {
   const String folder = zel_GetTempDir();
   String name;
-  if (sPrefix.find_first_of(u"\\/:") != StringView::npos) return name;  // it would lie elsewhere
+  const StringView start = sPrefix.substr(0, 3);                      // the system uses no more
+  if (start.find_first_of(u"\\/:") != StringView::npos) return name;  // it would lie elsewhere
   try {
-    name = files().createTemporary(folder, sPrefix);
+    name = files().createTemporary(folder, start);
     files().remove(name);
   } catch (const Error&) {
     // "" where none could be made; one that cannot be deleted stays behind.

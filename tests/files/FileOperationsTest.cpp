@@ -146,7 +146,7 @@ TEST_F(FileOperations, TemporaryNamesAreFreeOnes) {
     EXPECT_THAT(toUtf8(zel_GetFileName(zel_GetTempFileEx(u"zz", extension))),
                 MatchesRegex("zz\\w+" + std::string(end)));
   EXPECT_EQ(raisedError([] { zel_GetTempFileEx(u"z", String(999, u'x') + u"."); }).substr(0, 2), "5|");
-  EXPECT_EQ(zel_GetTempFile(u"..\\"), u"");
+  EXPECT_TRUE(zel_GetTempFile(u"..\\").empty() && !zel_GetTempFile(u"abc\\").empty());
   for (const auto& [call, result] :
        {std::pair("createTemporary", ""), {"temporaryFolder", "76||Path not found"}}) {
     FailingFiles failing(call, ErrorNumber::PathNotFound);
