@@ -82,10 +82,11 @@ bool isFolder(StringView path);
 // the current drive, wherever they were found.
 bool FileDelete(StringView sFilename);
 
-// False when there is nothing under the old name. What the new name addresses is deleted first, except when
-// it is the same file; a file stays until the other one takes its place. The renamed one is marked for
-// archiving, and read-only when it was that or bMarkReadOnly says so. Refuses, with nothing deleted, a new
-// name with wildcards (52) and names of which one lies in the other (75).
+// False when there is nothing under the old name. What the new name addresses is deleted, except when it is
+// the same file; it stays until the other one takes its place, and for good on any failure to do so. The
+// renamed one is marked for archiving, and read-only when it was that or bMarkReadOnly says so. Refuses a new
+// name with wildcards (52), a file's that ends in a separator (76) and names of which one lies in the other
+// (75).
 bool FileRename(StringView sOldFileName, StringView sNewFileName, bool bMarkReadOnly);
 
 // Bits 1 to 64 and from 32768 on.

@@ -1,4 +1,6 @@
 // Deleting, renaming and asking for what is known of a file.
+#include <optional>
+
 #include "automation/CaseFolding.h"
 #include "automation/Conversions.h"
 #include "automation/Error.h"
@@ -32,15 +34,49 @@ bool lies(StringView inner, StringView outer) {
   return inner.size() == outer.size() || inner[outer.size()] == u'\\' || inner[outer.size()] == u'/';
 }
 
+bool namesFolder(StringView path) { return path.ends_with(u'\\') || path.ends_with(u'/'); }
+
+// A folder in the way of what is renamed. It is deleted when that has its place; else it is put back.
+class PutAside {
+ public:
+  explicit PutAside(StringView name) : name_(name) {
+    while (name_.size() > 1 && namesFolder(name_)) name_.pop_back();
+    for (int tries = 0; aside_.empty() || isFile(aside_) || isFolder(aside_);)
+      aside_ = name_ + u"~" + decimalText(++tries);
+    files().rename(name_, aside_);
+  }
+  ~PutAside() {
+    if (done_) return;
+    try {
+      files().rename(aside_, name_);
+    } catch (const Error&) {
+      // It stays under its other name.
+    }
+  }
+  PutAside(const PutAside&) = delete;
+  PutAside& operator=(const PutAside&) = delete;
+
+  void remove() {
+    done_ = true;
+    FileDelete(aside_);
+  }
+
+ private:
+  String name_;
+  String aside_;
+  bool done_ = false;
+};
+
 // The name is free afterwards, or taken by a file that the renamed one replaces: then True.
-bool makeWay(StringView oldName, StringView newName) {
+bool makeWay(StringView oldName, StringView newName, std::optional<PutAside>& aside) {
   if (hasWildcard(newName)) throw Error(ErrorNumber::BadFileName);
+  if (namesFolder(newName) && !isFolder(oldName)) throw Error(ErrorNumber::PathNotFound);
   if (files().isSame(oldName, newName)) return false;
   const String from = files().fullPath(oldName);
   const String to = files().fullPath(newName);
   if (lies(from, to) || lies(to, from)) throw Error(ErrorNumber::PathFileAccess);
   if (isFolder(newName)) {
-    FileDelete(newName);
+    aside.emplace(newName);
   } else if (!files().findFirst(newName).empty()) {
     if (!isFolder(oldName)) return true;
     files().remove(newName, true);
@@ -61,11 +97,13 @@ bool FileDelete(StringView sFilename) {
 bool FileRename(StringView sOldFileName, StringView sNewFileName, bool bMarkReadOnly) {
   return chained(u"mFiles.FileRename", [&] {
     if (!isFile(sOldFileName) && !isFolder(sOldFileName)) return false;
-    const bool replacing = makeWay(sOldFileName, sNewFileName);
+    std::optional<PutAside> aside;
+    const bool replacing = makeWay(sOldFileName, sNewFileName, aside);
     auto attributes = static_cast<std::uint32_t>(GetFileAttr(sOldFileName));
     LiftedReadOnly lifted(sOldFileName);
     files().rename(sOldFileName, sNewFileName, replacing);
     lifted.keep();
+    if (aside) aside->remove();
     attributes |= FileAttribute::Archive | (bMarkReadOnly ? FileAttribute::ReadOnly : 0);
     files().setAttributes(sNewFileName, attributes & ~FileAttribute::Folder);
     return true;

@@ -113,6 +113,8 @@ TEST_F(FileOperations, RenamingReplacesAndMarksOrDestroysNothing) {
               {"b", rename, "@b", "@c", markReadOnly, "True -> c:r"},
               {"", rename, "@no", "@c", 0, "False"},
               {"d\\ d\\x e\\", rename, "@e", "@d", 0, "True -> d\\"},
+              {"a d\\ d\\x", rename, "@a", "@d", 0, "True -> d"},
+              {"a d\\ d\\x", rename, "@a", "@d\\", 0, "76|mFiles.FileRename::|Path not found"},
               {"a:r", rename, "@a", "@*", 0, "52|mFiles.FileRename::|Bad file name or number"},
               {"d\\ d\\x", rename, "@d\\x", "@d", 0, denied},
               {"d\\ d\\x", rename, "@d", "@D\\x", 0, denied},

@@ -47,6 +47,10 @@ void requireFileName(StringView path) {
   if (path.ends_with(u'\\') || path.ends_with(u'/')) throw Error(ErrorNumber::PathNotFound);
 }
 
+bool namesDrive(StringView path) {
+  return path.size() >= 2 && path[1] == u':' && path.find_first_not_of(u"\\/", 2) == StringView::npos;
+}
+
 // A missing file in a missing folder is another failure than a missing file.
 [[noreturn]] void raiseFor(const std::string& path, int code) {
   if (code == ENOENT && (namesFolder(path) || kindOf(folderOf(path)) != Kind::Folder)) code = ENOTDIR;
@@ -331,6 +335,7 @@ class LinuxFiles : public Files {
     const std::string there = withoutClosingSeparators(nativePath(to));  // in another spelling perhaps
     if (kindOf(source) == Kind::Nothing) raiseMissing(source);
     if (kindOf(source) != Kind::Folder && kindOf(there) != Kind::Folder) requireFileName(to);
+    if (namesDrive(from)) throw Error(ErrorNumber::PathFileAccess);
     requireNoDevice(source);
     requireNoDevice(there);
     const bool itself = isSpelledAnew(source, there);

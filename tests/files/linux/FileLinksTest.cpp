@@ -1,4 +1,6 @@
 // Operations on trees with symbolic links in them.
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 
@@ -35,6 +37,17 @@ TEST_F(FileLinks, DeletingStaysInsideTheTree) {
   EXPECT_TRUE(zel_FileDelete(path(u"src\\c*")));
   EXPECT_FALSE(zel_FileDelete(path(u"src")) || zel_FileDelete(path(u"direct")));
   EXPECT_EQ(treeIn(folder), "kept\\ kept\\c:r out\\") << "untouched";
+}
+
+TEST_F(FileLinks, AFolderThatCannotBeReplacedStays) {
+  const fs::path other = "/dev/shm/zel-" + std::to_string(getpid());
+  fs::create_directories(other / "kept");
+  const bool isFar =
+      raisedError([&] { zel_FileRename(path(u"src"), fromUtf8(other.native())); }).starts_with("74|");
+  EXPECT_TRUE(!isFar || fs::is_directory(other / "kept"));
+  fs::remove_all(other);
+  if (!isFar) GTEST_SKIP() << "there is one file system only";
+  EXPECT_TRUE(zel_IsFolder(path(u"src")));
 }
 
 TEST_F(FileLinks, NamesThatDifferInLetterCaseAreBothCopied) {
