@@ -50,16 +50,18 @@ ssize_t listAttributes(const std::string& path, int folder, const char* name, ch
 }
 
 void storeAttributes(const std::string& path, std::uint32_t bits, std::uint32_t usual) {
+  if (storedAttributes(path, usual) == bits) return;  // which needs no right to change them
   if (bits == usual) {
-    if (removexattr(path.c_str(), dosAttributes) != 0 && errno != ENODATA && errno != ENOTSUP)
-      raiseFileError(errno);
+    if (removexattr(path.c_str(), dosAttributes) != 0) raiseFileError(errno);
     return;
   }
   char text[16] = {};
   const int size = std::snprintf(text, sizeof text, "0x%x", bits);
   if (setxattr(path.c_str(), dosAttributes, text, static_cast<std::size_t>(size), 0) == 0) return;
-  // Whether something is to be archived is not worth a failure where nothing can be kept.
-  if (errno != ENOTSUP || (bits ^ usual) != FileAttribute::Archive) raiseFileError(errno);
+  // Whether something is to be archived is not worth a failure where nothing can be kept, or not by this
+  // user.
+  const bool isRefused = errno == ENOTSUP || errno == EACCES || errno == EPERM;
+  if (!isRefused || (bits ^ usual) != FileAttribute::Archive) raiseFileError(errno);
 }
 
 std::uint32_t usualBits(const struct stat& status) {

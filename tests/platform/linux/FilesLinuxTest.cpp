@@ -1,5 +1,6 @@
 // Files where the system has one tree of its own: drives, native names, links, rights, devices.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <sys/fsuid.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -155,6 +156,21 @@ TEST_F(FilesOnLinux, ADeviceStaysUnderItsName) {
     EXPECT_EQ(raised(taking), ErrorNumber::PathFileAccess);
   files().remove(in(u"link"));
   EXPECT_TRUE(fs::is_character_file(folder_ / "device") && fs::exists(folder_ / "a"));
+}
+
+TEST_F(FilesOnLinux, WithoutRightsAttributesMayStayAsTheyAreAndAFolderIsNotListed) {
+  given("a Sub\\");
+  fs::permissions(folder_ / "Sub", fs::perms(0333));
+  setfsuid(65534);
+  const bool isOther = files().fileExists(in(u"a")) && raised([&] { files().append(in(u"a"), "x"); }) != 0;
+  const auto mark = [&](StringView name, std::uint32_t bits) {
+    return raised([&] { files().setAttributes(in(name), bits); });
+  };
+  const std::int32_t results[] = {mark(u"a", FileAttribute::Archive), mark(u"Sub", FileAttribute::Archive),
+                                  raised([&] { files().findAll(in(u"Sub\\*")); }), mark(u"a", 2)};
+  setfsuid(geteuid());
+  if (!isOther) GTEST_SKIP() << "the test cannot do without its rights";
+  EXPECT_THAT(results, testing::ElementsAre(0, 0, 75, 75));
 }
 
 // Runs the action in a process of its own that may write no file longer than this.
