@@ -74,7 +74,7 @@ class TreeCopy {
     String destination;
     std::vector<FileEntry> found;
     std::size_t next = 0;
-    std::unordered_set<String> taken;  // names in the destination, folded
+    std::unordered_set<String> taken;  // names in the destination, see namesIn
   };
 
   static String withoutClosingSeparators(StringView path) {
@@ -91,10 +91,7 @@ class TreeCopy {
   bool enter(const String& source, StringView pattern, const String& destination) {
     Level level{source, destination, {}, 0, {}};
     if (zel_IsFolder(destination)) {
-      constexpr std::uint32_t everything =
-          FileAttribute::Hidden | FileAttribute::System | FileAttribute::Folder;
-      for (const FileEntry& entry : files().findAll(destination + u"\\*", everything))
-        level.taken.insert(foldCase(entry.name));
+      level.taken = namesIn(destination);
     } else if (!zel_MakeFullDir(destination)) {
       return false;
     }
@@ -102,6 +99,20 @@ class TreeCopy {
     level.found = files().findAll(pattern, recurse ? FileAttribute::Folder : FileAttribute::Normal);
     levels_.push_back(std::move(level));
     return true;
+  }
+
+  // Folded; none where they may not be listed: files are written there all the same.
+  static std::unordered_set<String> namesIn(const String& folder) {
+    constexpr std::uint32_t everything =
+        FileAttribute::Hidden | FileAttribute::System | FileAttribute::Folder;
+    std::unordered_set<String> names;
+    try {
+      for (const FileEntry& entry : files().findAll(folder + u"\\*", everything))
+        names.insert(foldCase(entry.name));
+    } catch (const Error&) {
+      // A name that is taken shows when a file is to be written under it.
+    }
+    return names;
   }
 
   void copyNext(Level& level) {

@@ -84,7 +84,7 @@ struct Files {
   // of the three. A path that ends in a separator asks for the first entry in that folder.
   virtual String findFirst(StringView pattern, std::uint32_t attributes = FileAttribute::Normal) = 0;
 
-  // All of them, in the order of their names.
+  // All of them, in the order of their names. Raises 75 where the folder may not be listed.
   virtual std::vector<FileEntry> findAll(StringView pattern,
                                          std::uint32_t attributes = FileAttribute::Normal) = 0;
 

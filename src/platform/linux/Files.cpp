@@ -141,7 +141,7 @@ bool isLink(const dirent& entry, const std::string& path) {
 template <class Wanted, class Receiver>
 void eachIn(std::string folder, StringView pattern, std::uint32_t asked, Wanted isWanted, Receiver receive) {
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
-  if (!entries) return;
+  if (!entries) raiseFileError(errno);
   if (folder.back() != '/') folder += '/';
   std::string path;
   const auto attributes = [&] {
@@ -172,6 +172,13 @@ void eachFound(StringView pattern, std::uint32_t asked, Wanted isWanted, Receive
   const Kind kind = kindOf(path);
   if (kind != Kind::Nothing && isSeen(kind == Kind::Folder, asked, [&] { return keptAttributes(path); }))
     receive(FileEntry{fromUtf8(nameIn(path)), kind == Kind::Folder, isLink(path)});
+}
+
+// Whether there is nothing under a name, rather than something that may not be seen.
+bool namesNothing(const Error& error) {
+  const std::int32_t number = error.number();
+  return number == ErrorNumber::BadFileName || number == ErrorNumber::FileNotFound ||
+         number == ErrorNumber::PathNotFound;
 }
 
 // A name that can be nobody's names nothing.
@@ -208,15 +215,17 @@ class LinuxFiles : public Files {
     });
   }
   std::vector<FileEntry> findAll(StringView pattern, std::uint32_t attributes) override {
-    return ifNameable([&] {
-      std::vector<FileEntry> found;
+    std::vector<FileEntry> found;
+    try {
       eachFound(
           pattern, attributes, [](StringView) { return true; },
           [&](FileEntry entry) { found.push_back(std::move(entry)); });
-      std::sort(found.begin(), found.end(),
-                [](const FileEntry& a, const FileEntry& b) { return compareFolded(a.name, b.name) < 0; });
-      return found;
-    });
+    } catch (const Error& error) {
+      if (!namesNothing(error)) throw;
+    }
+    std::sort(found.begin(), found.end(),
+              [](const FileEntry& a, const FileEntry& b) { return compareFolded(a.name, b.name) < 0; });
+    return found;
   }
 
   bool fileExists(StringView path) override {

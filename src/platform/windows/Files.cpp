@@ -191,11 +191,13 @@ class TemporaryFile {
   bool done_ = false;
 };
 
-// The entries of a folder that match, without the two that stand for folders themselves.
+// The entries of a folder that match, without the two that stand for folders themselves. Raises 75 where they
+// may not be seen.
 std::vector<WIN32_FIND_DATAW> entriesOf(const String& pattern) {
   std::vector<WIN32_FIND_DATAW> entries;
   WIN32_FIND_DATAW entry{};
   const HANDLE search = FindFirstFileW(wide(pattern), &entry);
+  if (search == INVALID_HANDLE_VALUE && GetLastError() == ERROR_ACCESS_DENIED) raiseLastFileError();
   if (search == INVALID_HANDLE_VALUE) return entries;
   do {
     const String name = fromWide(entry.cFileName);
@@ -310,9 +312,13 @@ class OpenFile : public FileReader {
 class WindowsFiles : public Files {
  public:
   String findFirst(StringView pattern, std::uint32_t attributes) override {
-    const std::vector<FileEntry> found = foundBy(pattern, attributes);
-    const auto first = std::min_element(found.begin(), found.end(), isBefore);
-    return first == found.end() ? String() : first->name;
+    try {
+      const std::vector<FileEntry> found = foundBy(pattern, attributes);
+      const auto first = std::min_element(found.begin(), found.end(), isBefore);
+      return first == found.end() ? String() : first->name;
+    } catch (const Error&) {
+      return {};
+    }
   }
   std::vector<FileEntry> findAll(StringView pattern, std::uint32_t attributes) override {
     std::vector<FileEntry> found = foundBy(pattern, attributes);
