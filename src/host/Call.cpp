@@ -50,6 +50,7 @@ std::optional<std::int32_t> enumerationValue(const TypeInfo& type, StringView na
 Variant argumentFrom(const TypeInfo& type, const String& text) {
   if (type.array) return bytesFrom(text);
   if (type.kind == VariantKind::Variant) return text;
+  if (type.kind == VariantKind::Object && text.empty()) return Ref<Object>();
   if (type.kind == VariantKind::Object) throw Error(ErrorNumber::TypeMismatch);
   if (const auto value = enumerationValue(type, text)) return *value;
   return convertTo(text, type.kind);

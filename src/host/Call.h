@@ -9,9 +9,9 @@
 namespace zelUtilities::host {
 
 // Converts each argument to its parameter's type, calls the operation and prints its result. An
-// enumeration's value may be given by name, a byte array as hexadecimal digits; trailing optional arguments
-// may be left out. Complains, without calling, about a wrong number of arguments and one that does not
-// convert.
+// enumeration's value may be given by name, a byte array as hexadecimal digits, no object as ""; trailing
+// optional arguments may be left out. Complains, without calling, about a wrong number of arguments and one
+// that does not convert.
 void callOperation(const ClassRegistry::GlobalOperation& operation, std::span<const String> arguments,
                    Console& console);
 

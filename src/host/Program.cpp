@@ -37,16 +37,16 @@ constexpr StringView help =
     "SECTION is written without brackets; \"\" stands for the lines before the first section. Arguments of\n"
     "operations are converted to the types that \"zel describe\" shows: an enumeration's value by name or "
     "number, a\n"
-    "byte array as hexadecimal digits. What fails is told on standard error, and the exit code is then 1, or "
-    "2\n"
-    "for a command that is not understood.";
+    "byte array as hexadecimal digits, no object as \"\". What fails is told on standard error, and the exit "
+    "code\n"
+    "is then 1, or 2 for a command that is not understood.";
 
 enum ExitCode { succeeded = 0, failed = 1, notUnderstood = 2 };
 
-// Message boxes have nobody to close them here.
+// Message boxes have nobody to close them here. Files are asked for as everywhere.
 class ConsoleDialogs : public Dialogs {
  public:
-  explicit ConsoleDialogs(Console& console) : console_(console) {}
+  explicit ConsoleDialogs(Console& console) : console_(console), asking_(dialogs()) {}
   std::int32_t messageBox(StringView text, StringView title, std::int32_t) override {
     String line(title);
     line += u':';
@@ -60,9 +60,15 @@ class ConsoleDialogs : public Dialogs {
     console_.complain(line);
     return MessageBoxAnswer::Ok;
   }
+  std::vector<String> openFiles(const FileQuestion& question) override { return asking_.openFiles(question); }
+  String saveFile(const FileQuestion& question) override { return asking_.saveFile(question); }
+  String selectFolder(StringView title, StringView folder) override {
+    return asking_.selectFolder(title, folder);
+  }
 
  private:
   Console& console_;
+  Dialogs& asking_;
 };
 
 String errorLine(StringView source, std::int32_t number, StringView description) {

@@ -9,6 +9,7 @@
 #include "host/Command.h"
 #include "platform/Dialogs.h"
 #include "platform/Files.h"
+#include "support/RecordingDialogs.h"
 
 namespace zelUtilities {
 
@@ -39,6 +40,7 @@ std::int32_t failQuietly() {
   handled(u"zelX.zel_Quiet", [] { throw Error(9); });
   return 3;
 }
+String askFolder(const Ref<Object>& object) { return dialogs().selectFolder(object ? u"-" : u"t", u"f"); }
 void showBox() { messageBox(u"The file could not be read:     \r\nFile:\ta.txt   ", u"Read Error"); }
 
 struct Lamp : Object {
@@ -66,6 +68,7 @@ std::string zel(const std::string& line) {
           .function("zel_Rows", &rows, {"cBytes"}, "")
           .function("zel_Fail", &fail, "")
           .function("zel_FailQuietly", &failQuietly, "")
+          .function("zel_AskFolder", &askFolder, {"oNothing"}, "")
           .function("zel_ShowBox", &showBox, "");
   ClassRegistry registry;
   registry.add(lamp);
@@ -120,6 +123,16 @@ TEST(Zel, CallsWithArgumentsOfTheParametersTypesAndPrintsWhatPeopleRead) {
   EXPECT_EQ(zel("call zel_Rows 01aBff"), "0|plain\nname\t7\tNull\n01ABFF\n|");
 }
 
+struct Chooser : RecordingDialogs {
+  String selectFolder(StringView title, StringView folder) override { return String(title) + String(folder); }
+};
+
+TEST(Zel, AsksForFoldersAsEverywhere) {
+  Chooser chooser;
+  const Replaced<Dialogs> replaced(chooser);
+  EXPECT_EQ(zel("call zel_AskFolder \"\""), "0|tf\n|");
+}
+
 TEST(Zel, RefusesArgumentsThatDoNotFit) {
   const std::pair<std::string, const char*> rows[] = {
       {"zel_Length", "wrong number of arguments for zel_Length(sText As String, [lTimes As Long = 1])"},
@@ -127,6 +140,7 @@ TEST(Zel, RefusesArgumentsThatDoNotFit) {
       {"zel_Length a many", "\"many\" does not do for lTimes in zel_Length("},
       {"zel_Rows 0g", "\"0g\" does not do for cBytes"},
       {"zel_Rows 0", "\"0\" does not do for cBytes"},
+      {"zel_AskFolder x", "\"x\" does not do for oNothing"},
       {"zel_Nothing", "there is no global operation zel_Nothing"}};
   for (const auto& [call, message] : rows)
     EXPECT_THAT(zel("call " + call), testing::StartsWith(std::string("1||zel: ") + message));
