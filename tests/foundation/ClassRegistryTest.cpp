@@ -34,15 +34,12 @@ struct Classes : testing::Test {
   ClassRegistry registry;
 };
 
-TEST_F(Classes, AreFoundWithAndWithoutTheLibrarysName) {
+TEST_F(Classes, AreFoundByNameAndCreatedByProgrammaticIdentifierOnly) {
   EXPECT_EQ(registry.find(u"testLamp"), &lamp);
   EXPECT_EQ(registry.find(u"ZELUTILITIES.TESTLAMP"), &lamp);
-  for (const StringView name : {u"otherLibrary.testLamp", u"zelUtilities.", u""})
-    EXPECT_EQ(registry.find(name), nullptr) << toUtf8(name);
-}
-
-TEST_F(Classes, AreCreatedByProgrammaticIdentifierOnly) {
   EXPECT_TRUE(objectCast<Lamp>(registry.create(u"zelutilities.TestLamp").get()));
+  for (const StringView name : {u"otherLibrary.testLamp", u"zelUtilities.", u""})
+    EXPECT_FALSE(registry.find(name)) << toUtf8(name);
   for (const StringView name : {u"testLamp", u"zelUtilities.testPart", u"zelUtilities.testNothing"})
     EXPECT_FALSE(registry.create(name)) << toUtf8(name);
 }
@@ -53,27 +50,26 @@ TEST_F(Classes, OfFunctionsHaveOneInstanceWhoseOperationsAreFoundByName) {
   const auto found = registry.findOperation(u"ZEL_next");
   ASSERT_TRUE(found && instance);
   EXPECT_EQ(found->functionClass, &global);
-  Variant arguments[] = {std::int32_t{1}};
-  EXPECT_EQ(instance->Invoke(found->operation->name, InvokeKind::Method, arguments).longInteger(), 2);
+  Variant one = 1;
+  EXPECT_EQ(instance->Invoke(found->operation->name, InvokeKind::Method, {&one, 1}).longInteger(), 2);
 }
 
 TEST_F(Classes, WhoseNamesAreTakenAreRefusedAndLeaveNothingBehind) {
-  const ClassInfo sameClass = describe<Lamp>("TESTLAMP", "");
-  EXPECT_EQ(refusalOf(sameClass), "51|ClassRegistry.add|the class TESTLAMP is there already");
-  const ClassInfo sameOperation = functions("testOther", "ZEL_NEXT");
-  EXPECT_EQ(refusalOf(sameOperation), "51|ClassRegistry.add|the global operation ZEL_NEXT is there already");
-  EXPECT_EQ(registry.find(u"testOther"), nullptr);
-  EXPECT_EQ(registry.classes().size(), 3u);
-
+  const ClassInfo sameClass = describe<Lamp>("TESTLAMP", ""),
+                  sameOperation = functions("testOther", "ZEL_NEXT");
   const EnumInfo colors{u"TEST_Colors", {{u"TEST_Color_Red", 1}}}, sameName{u"test_Colors", {}};
-  const EnumInfo fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
   const EnumInfo sameValue{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}, {u"test_color_red", 2}}};
+  const EnumInfo fresh{u"TEST_Paints", {{u"TEST_Paint_Blue", 1}}};
   EXPECT_EQ(refusalOf(colors), "nothing");
-  EXPECT_EQ(refusalOf(sameName), "51|ClassRegistry.add|the enumeration test_Colors is there already");
-  EXPECT_EQ(refusalOf(sameValue),
-            "51|ClassRegistry.add|the value test_color_red of TEST_Paints is there already");
+  const std::string refused = "51|ClassRegistry.add|the ", there = " is there already";
+  EXPECT_EQ(refusalOf(sameClass), refused + "class TESTLAMP" + there);
+  EXPECT_EQ(refusalOf(sameOperation), refused + "global operation ZEL_NEXT" + there);
+  EXPECT_EQ(refusalOf(sameName), refused + "enumeration test_Colors" + there);
+  EXPECT_EQ(refusalOf(sameValue), refused + "value test_color_red of TEST_Paints" + there);
   EXPECT_EQ(refusalOf(fresh), "nothing");
   EXPECT_EQ(registry.findEnumeration(u"test_paints"), &fresh);
+  EXPECT_EQ(registry.find(u"testOther"), nullptr);
+  EXPECT_EQ(registry.classes().size(), 3u);
 }
 
 }  // namespace

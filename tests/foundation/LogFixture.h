@@ -20,6 +20,8 @@ class LogTest : public testing::Test, public Dialogs {
       String line(name);
       for (const Variant& argument : arguments) line += u"|" + toText(argument);
       test.calls.push_back(toUtf8(line));
+      if (name == u"errorMessage")
+        test.reports += toUtf8(toText(arguments[2]) + u"|" + toText(arguments[3]) + u" ");
       if (test.inLogger) test.inLogger();
       return {};
     }
@@ -39,14 +41,16 @@ class LogTest : public testing::Test, public Dialogs {
   void record(StringView name) {
     registerObject(name, [this] { return Ref<Object>(make<Recorder>(*this)); });
   }
-  void setUser(StringView name, std::string_view text) {
-    set(RegistryRoot::CurrentUser, u"Software\\VB and VBA Program Settings\\Zelora\\Common", name, text);
-  }
-  void setMachine(StringView name, std::string_view text) {
-    set(RegistryRoot::LocalMachine, u"Software\\Zelora\\Common", name, text);
+  // A setting of the user and of the machine; no text is none.
+  void set(StringView name, const char* user, const char* machine = nullptr) {
+    const StringView userKey = u"Software\\VB and VBA Program Settings\\Zelora\\Common";
+    const StringView machineKey = u"Software\\Zelora\\Common";
+    if (user) memory.store(RegistryRoot::CurrentUser, userKey, name, RegistryType::Text, user);
+    if (machine) memory.store(RegistryRoot::LocalMachine, machineKey, name, RegistryType::Text, machine);
   }
 
   std::vector<std::string> calls;  // of loggers
+  std::string reports;             // of errors to loggers, "source|number " each
   std::vector<std::string> boxes;  // as "title|text"
   std::function<void()> inLogger;  // what a logger does besides
   MemoryRegistry memory;
@@ -56,13 +60,6 @@ class LogTest : public testing::Test, public Dialogs {
     EXPECT_EQ(style, 48);
     boxes.push_back(toUtf8(String(title) + u"|" + String(text)));
     return MessageBoxAnswer::Ok;
-  }
-  static void set(RegistryHandle root, StringView path, StringView name, std::string_view text) {
-    RegistryKey key;
-    bool existed = false;
-    key.create(root, path, existed);
-    key.open(root, path, RegistryAccess::Write);
-    ASSERT_EQ(registry().setValue(key.handle(), name, RegistryType::Text, text), RegistryResult::Success);
   }
 
   Replaced<Dialogs> dialogsInForce_{*this};

@@ -17,21 +17,15 @@ TEST_F(LogTest, AnObjectThatCannotBeCreatedIsNothingAndShownUnderATitleOnly) {
   EXPECT_TRUE(calls.empty());
 }
 
-struct NoObjects : Objects {
-  Ref<Object> create(StringView) override { throw Error(429, u"", u"cannot"); }
-};
-
 TEST_F(LogTest, TheFileSystemObjectIsSharedWithinAThreadAndItsLackReported) {
   const Ref<Object> fso = FSO();
   ASSERT_TRUE(fso);
   EXPECT_EQ(fso, FSO());
-  setUser(u"ConDebug", "1");
+  set(u"ConDebug", "1");
   std::thread([&] {
-    {
-      NoObjects none;
-      const Replaced<Objects> replaced(none);
-      EXPECT_FALSE(FSO());
-    }
+    registerObject(u"Scripting.FileSystemObject", []() -> Ref<Object> { throw Error(429); });
+    EXPECT_FALSE(FSO());
+    registerObject(u"Scripting.FileSystemObject", {});
     EXPECT_TRUE(FSO());
     EXPECT_NE(FSO(), fso);
   }).join();

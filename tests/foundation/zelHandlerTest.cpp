@@ -42,7 +42,7 @@ TEST_F(DefaultLogger, ReportsAndTracesAreLinesOfTabbedFieldsInFilesOfTheirOwn) {
 TEST_F(DefaultLogger, ALineIsWrittenInOnePieceAndWhereItCannotBeTheOperationGoesOn) {
   FailingFiles disk("append", ErrorNumber::DiskFull, 1);
   const Replaced<Files> replaced(disk);
-  setUser(u"ConDebug", "1");
+  set(u"ConDebug", "1");
   mLog::ErrorLog(u"a", Error(5));
   mLog::ErrorLog(u"b", Error(5));
   EXPECT_THAT(boxes, testing::ElementsAre(HasSubstr("Source: a::"), HasSubstr("Source: mLog.AddToErrorLog::"),

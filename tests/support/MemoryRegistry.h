@@ -84,6 +84,16 @@ class MemoryRegistry : public Registry {
     });
   }
 
+  // Creates the key if need be and stores a value below it.
+  void store(RegistryHandle root, StringView path, StringView name, std::uint32_t type,
+             std::string_view data) {
+    RegistryHandle key = 0;
+    bool existed = false;
+    createKey(root, path, key, existed);
+    open_[key].access = RegistryAccess::Write;
+    setValue(key, name, type, data);
+    closeKey(key);
+  }
   // How many keys are open; a test may see that none was left so.
   std::size_t openKeys() const { return open_.size(); }
 
