@@ -1,19 +1,16 @@
 // The INI operations of zelNodeList.
-#include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <memory_resource>
 #include <span>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "automation/Conversions.h"
 #include "automation/Error.h"
+#include "datalist/IniLines.h"
 #include "datalist/zelNodeList.h"
 #include "files/mFiles.h"
 #include "foundation/Handled.h"
@@ -25,7 +22,6 @@ namespace zelUtilities {
 
 namespace {
 
-constexpr StringView lineEnd = u"\r\n";
 constexpr StringView defaultSection = u"[]";
 constexpr StringView dataColumn = u"Data";
 
@@ -83,100 +79,6 @@ void writeEntry(zelStringCat& out, const zelNode& entry, DataCells& data) {
   out.ConcatenateCRLF(AsText(data.of(entry).Value()));
 }
 
-// The position of a unit from the given one on, or npos. Looks at eight units at once: finding the ends of
-// lines and names one unit at a time would take a good part of loading a file.
-std::size_t findUnit(StringView text, char16_t unit, std::size_t at = 0) {
-  using Eight [[gnu::vector_size(16)]] = std::uint16_t;
-  const Eight wanted = Eight{} + static_cast<std::uint16_t>(unit);
-  for (; at + 8 <= text.size(); at += 8) {
-    Eight units;
-    std::memcpy(&units, text.data() + at, sizeof units);
-    const auto found = std::bit_cast<std::array<std::uint64_t, 2>>(units == wanted);
-    if (found[0] != 0) return at + static_cast<std::size_t>(std::countr_zero(found[0])) / 16;
-    if (found[1] != 0) return at + 4 + static_cast<std::size_t>(std::countr_zero(found[1])) / 16;
-  }
-  while (at < text.size() && text[at] != unit) ++at;
-  return at < text.size() ? at : StringView::npos;
-}
-
-// The lines of a text; only CR LF ends one, and nothing after the last end is no line.
-class Lines {
- public:
-  explicit Lines(StringView text) : rest_(text) {}
-
-  bool next(StringView& line) {
-    if (rest_.empty()) return false;
-    std::size_t end = findUnit(rest_, u'\r');
-    while (end != StringView::npos && rest_.substr(end, lineEnd.size()) != lineEnd)
-      end = findUnit(rest_, u'\r', end + 1);
-    line = rest_.substr(0, end);
-    rest_.remove_prefix(end == StringView::npos ? rest_.size() : end + lineEnd.size());
-    return true;
-  }
-
- private:
-  StringView rest_;
-};
-
-// A line of a section as the list keeps it.
-struct Entry {
-  StringView keyPart;  // what follows the section's key in the node's key
-  StringView text;
-  StringView data;
-};
-
-Entry entryOf(StringView trimmedLine) {
-  const std::size_t equals = findUnit(trimmedLine, u'=');
-  if (equals == StringView::npos) return {trimmedLine, {}, trimmedLine};
-  const StringView name = trimmedLine.substr(0, equals);
-  return {trimBlanks(name), name, trimmedLine.substr(equals + 1)};
-}
-
-// The lines of a file, some ten thousand bytes at a time, so that a large file is never in memory as a whole.
-class LinePieces {
- public:
-  explicit LinePieces(FileReader& file) : file_(file), buffer_(32 * 1024) {}
-
-  // Whole lines, up to the end of the file; empty after that. A line's end is the same two bytes in every
-  // code page.
-  std::string_view next() {
-    held_ -= given_;
-    std::memmove(buffer_.data(), buffer_.data() + given_, held_);
-    given_ = 0;
-    std::size_t searched = 0;
-    do {
-      if (held_ == buffer_.size()) buffer_.resize(2 * held_);
-      const std::span<char> room = std::span(buffer_).subspan(held_);
-      const std::size_t count = file_.read(room);
-      held_ += count;
-      given_ = count < room.size() ? held_ : endOfLines(searched);
-      searched = held_ - 1;  // a line's end may lie half in this piece
-    } while (given_ == 0 && held_ == buffer_.size());
-    return {buffer_.data(), given_};
-  }
-
- private:
-  // Behind the last whole line, or 0.
-  std::size_t endOfLines(std::size_t from) const {
-    const std::size_t end = std::string_view(&buffer_[from], held_ - from).rfind("\r\n");
-    return end == std::string_view::npos ? 0 : from + end + lineEnd.size();
-  }
-
-  FileReader& file_;
-  std::vector<char> buffer_;
-  std::size_t held_ = 0;
-  std::size_t given_ = 0;  // of them, from the front
-};
-
-// How many lines a file probably has, by those in its first piece and a few more; fewer where they are very
-// short, since such lines may well repeat each other.
-std::size_t expectedLines(std::string_view piece, std::uint64_t fileLength) {
-  constexpr std::uint64_t shortLine = 12;  // bytes
-  const auto lines = static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n')) + 1;
-  const std::uint64_t expected = fileLength / piece.size() * lines;
-  return static_cast<std::size_t>(std::min(expected + expected / 16 + lines, fileLength / shortLine));
-}
-
 }  // namespace
 
 // Makes the nodes of INI lines, a few lines at a time, so that their index entries are on the way from memory
@@ -188,10 +90,10 @@ class zelNodeList::IniReader {
   // False for an empty file, of which nothing is made, and for one that cannot be read to its end, of which
   // nothing stays.
   bool read(FileReader& file) {
-    LinePieces pieces(file);
+    IniLinePieces pieces(file);
     std::string_view piece = nextOf(pieces);
     if (piece.empty()) return false;
-    list_.allNodes_.reserve(expectedLines(piece, file.length()));
+    list_.allNodes_.reserve(expectedIniLines(piece, file.length()));
     list_.createNode({{}, defaultSection, u"[Default]"});
     for (; !piece.empty(); piece = nextOf(pieces)) readLines(widen(piece));
     if (hasFailed_) list_.Clear();
@@ -207,7 +109,7 @@ class zelNodeList::IniReader {
   };
 
   // A failure to read is as silent as one to open the file.
-  std::string_view nextOf(LinePieces& pieces) {
+  std::string_view nextOf(IniLinePieces& pieces) {
     try {
       return pieces.next();
     } catch (...) {
@@ -217,7 +119,7 @@ class zelNodeList::IniReader {
   }
 
   void readLines(const String& text) {
-    Lines lines(text);
+    IniLines lines(text);
     for (StringView line; lines.next(line);) {
       line = trimBlanks(line);
       if (line.empty()) {
@@ -226,13 +128,13 @@ class zelNodeList::IniReader {
         createWaiting();
         section_ = list_.createNode({{}, line, line})->Key();  // as it was first written
       } else {
-        add(entryOf(line));
+        add(iniEntryOf(line));
       }
     }
     createWaiting();  // while the text is there
   }
 
-  void add(const Entry& entry) {
+  void add(const IniEntry& entry) {
     Line& line = lines_[waiting_++];
     line.key.assign(section_).append(entry.keyPart);
     line.hash = foldedHash(line.key);
