@@ -1,7 +1,7 @@
 #include "datalist/zelNodeListColumns.h"
 
 #include "automation/Binder.h"
-#include "datalist/XmlSource.h"
+#include "automation/LateProperty.h"
 #include "datalist/zelNodeList.h"
 #include "foundation/Handled.h"
 #include "foundation/mLog.h"

@@ -4,17 +4,12 @@
 #include "automation/Conversions.h"
 #include "automation/Error.h"
 #include "automation/ItemWalk.h"
+#include "automation/LateProperty.h"
 #include "platform/Objects.h"
 
 namespace zelUtilities {
 
 namespace {
-
-Variant property(Object& object, StringView name) { return object.Invoke(name, InvokeKind::Get, {}); }
-
-Ref<Object> objectIn(const Variant& value) {
-  return value.isObject() ? Ref<Object>(value.object()) : nullptr;
-}
 
 // A step that fails is passed over: most controls lack most of the properties.
 template <class Step>
@@ -65,7 +60,7 @@ class ControlTexts {
 
   Ref<zelNodeList> nodeList() {
     Ref<zelNodeList> list;
-    tryTo([&] { list = objectCast<zelNodeList>(objectIn(property(control_, u"NodeList")).get()); });
+    tryTo([&] { list = objectCast<zelNodeList>(objectProperty(control_, u"NodeList").get()); });
     return list;
   }
   void translateColumns(const zelNodeList& list) {
@@ -85,7 +80,7 @@ class ControlTexts {
   }
   void translateItems(StringView collection, StringView use) {
     tryTo([&] {
-      forEachItem(objectIn(property(control_, collection)),
+      forEachItem(objectProperty(control_, collection),
                   [&](Object& item) { tryTo([&] { translateItem(item, use); }); });
     });
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "automation/Conversions.h"
+#include "automation/LateProperty.h"
 #include "platform/Files.h"
 #include "platform/Locale.h"
 #include "text/mXMLDocument.h"
@@ -16,18 +17,12 @@ using Level = TranslationFile::Level;
 
 constexpr std::int32_t elementType = 1;  // of an XML node
 
-Variant property(Object& object, StringView name) { return object.Invoke(name, InvokeKind::Get, {}); }
-
-Ref<Object> objectIn(const Variant& value) {
-  return value.isObject() ? Ref<Object>(value.object()) : nullptr;
-}
-
 // --- Reading ---
 
 template <class Body>
 void forEachElement(Object& parent, const Body& body) {
-  for (Ref<Object> child = objectIn(property(parent, u"firstChild")); child;
-       child = objectIn(property(*child, u"nextSibling")))
+  for (Ref<Object> child = objectProperty(parent, u"firstChild"); child;
+       child = objectProperty(*child, u"nextSibling"))
     if (toLong(property(*child, u"nodeType")) == elementType) body(child);
 }
 
@@ -169,7 +164,7 @@ void writeSection(const zelNode& section, zelStringCat& out) {
 
 std::unique_ptr<TranslationFile> readTranslationFile(const String& sFilename) {
   const Ref<Object> document = mXML::LoadXMLDocument(sFilename, true, false);
-  const Ref<Object> root = document ? objectIn(property(*document, u"documentElement")) : nullptr;
+  const Ref<Object> root = document ? objectProperty(*document, u"documentElement") : nullptr;
   if (!root) return {};
   Variant preserve[] = {true};  // blanks at the ends of texts
   document->Invoke(u"preserveWhiteSpace", InvokeKind::Put, preserve);

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "automation/Conversions.h"
+#include "automation/LateProperty.h"
 #include "automation/LeadingNumber.h"
 #include "foundation/Handled.h"
 #include "foundation/bas_Main.h"
@@ -16,14 +17,6 @@ constexpr StringView lineEnd = u"\r\n";
 Object& required(const Ref<Object>& object) {
   if (!object) throw Error(ErrorNumber::ObjectNotSet);
   return *object;
-}
-
-Ref<Object> objectIn(const Variant& value) {
-  return value.isObject() ? Ref<Object>(value.object()) : nullptr;
-}
-
-Variant property(const Ref<Object>& object, StringView name) {
-  return required(object).Invoke(name, InvokeKind::Get, {});
 }
 
 // As a script's call does: what takes arguments may be a property.
@@ -53,7 +46,7 @@ bool loads(const Ref<Object>& document, StringView source, bool isFileName) {
 // What a parser does not support counts as Empty.
 Variant supported(const Ref<Object>& object, StringView name) {
   try {
-    Variant value = property(object, name);
+    Variant value = property(required(object), name);
     return value.isNull() ? Variant() : value;
   } catch (const Error&) {
     return {};
@@ -106,7 +99,7 @@ Variant attributeValue(StringView text, VariantKind kind) {
 }
 
 Ref<Object> attributeOf(const Ref<Object>& node, StringView name) {
-  const Ref<Object> attributes = objectIn(property(node, u"attributes"));
+  const Ref<Object> attributes = objectProperty(required(node), u"attributes");
   return attributes ? objectIn(call(attributes, u"getNamedItem", name)) : nullptr;
 }
 
@@ -153,8 +146,8 @@ Variant ValueFromElement(StringView sElement, const Ref<Object>& oNode, const Va
     if (!element && vDefault.isMissing()) raiseMissing(u"Missing Element: ", sElement);
     if (!element) return vDefault;
     if (!hasChildNodes(element)) return u"";
-    const Ref<Object> child = objectIn(property(element, u"firstChild"));
-    const String text = toText(property(child, hasChildNodes(child) ? u"xml" : u"text"));
+    const Ref<Object> child = objectProperty(required(element), u"firstChild");
+    const String text = toText(property(required(child), hasChildNodes(child) ? u"xml" : u"text"));
     return elementValue(text, vDefault.kind());
   });
 }
@@ -174,7 +167,7 @@ Variant ValueFromAttribute(StringView sAttrName, const Ref<Object>& oNode, const
     const Ref<Object> attribute = attributeOf(oNode, sAttrName);
     if (!attribute && vDefault.isMissing()) raiseMissing(u"Missing Attribute: ", sAttrName);
     if (!attribute) return vDefault;
-    return attributeValue(toText(property(attribute, u"nodeValue")), vDefault.kind());
+    return attributeValue(toText(property(required(attribute), u"nodeValue")), vDefault.kind());
   });
 }
 
@@ -184,7 +177,7 @@ String XMLParseErrorMessage(StringView sXML) {
     const Ref<Object> document = LoadXMLDocument(sXML, false, false);
     if (!document) return {};
     const Ref<Object> errors = objectIn(call(document, u"selectNodes", u"//Error"));
-    const std::int32_t count = toLong(property(errors, u"length"));
+    const std::int32_t count = toLong(property(required(errors), u"length"));
     if (count == 0) return {};
     // Each one's description takes the place of the one before, so only the last one's is of interest.
     const Ref<Object> last = objectIn(call(errors, u"item", count - 1));
