@@ -25,7 +25,7 @@ TEST_F(Cell, FallsBackToItsColumnUntilItHasASettingOfItsOwn) {
   constexpr auto settings = u"CellType EffectiveCellType EffectiveHasCheckbox";
   EXPECT_EQ(propertiesOf(*cell, settings), "0|3|True");
   EXPECT_EQ(cell->EffectiveCellButtons(), column.CellButtons());
-  put(*cell, {{u"CellType", ZEL_CellType_Double}, {u"HasCheckbox", ZEL_CellBoolean_False}});
+  setProperties(*cell, u"CellType HasCheckbox", {ZEL_CellType_Double, ZEL_CellBoolean_False});
   cell->setCellButtons(make<zelCellButtons>());
   EXPECT_EQ(propertiesOf(*cell, settings), "5|5|False");
   EXPECT_EQ(cell->EffectiveCellButtons(), cell->CellButtons());
@@ -68,7 +68,7 @@ TEST_F(Cell, PickListsNameANodeOfTheirList) {
 
 TEST_F(Cell, StaysReadableWhenItsNodeHasLeftTheList) {
   withColumn(ZEL_CellType_Long);
-  put(*cell, {{u"Value", 7}, {u"ToolTipText", u"tip"}});
+  setProperties(*cell, u"Value ToolTipText", {7, u"tip"});
   EXPECT_EQ(cell->Node()->Key(), u"n");
   list->Clear();
   list = nullptr;

@@ -78,7 +78,7 @@ TEST(Column, ConvertsValuesAndNeverCutsAText) {
 
 TEST(Column, CloneStoresFallbacksAndLeavesTheRestAtItsStart) {
   auto column = columnOf(ZEL_CellType_Long, 7, 3);
-  put(*column, {{u"Editable", true}, {u"FormatString", u"0"}, {u"Tag", 5}});
+  setProperties(*column, u"Editable FormatString Tag", {true, u"0", 5});
   auto copy = column->Clone();
   column->SetKey(u"Other");
   // The decimals of a Long read 0 and are copied as that.

@@ -134,11 +134,8 @@ TEST(NodeList, ClonesColumnsNodesAndWhatTheirCellsCarry) {
   list->CreateColumn(defined(u"Size"))->setNodeList(shared);
   list->setDefaultExpandedState(false);
   auto a = list->Create(u"", u"a", u"A", shared, u"image", u"tip");
-  put(*list->Create(u"a", u"b", u"B")->Cells()->Item(u"Size"), {{u"Value", 2.5},
-                                                                {u"ToolTipText", u"cell tip"},
-                                                                {u"CellType", 3},
-                                                                {u"SortKey", u"k"},
-                                                                {u"Checked", true}});
+  setProperties(*list->Create(u"a", u"b", u"B")->Cells()->Item(u"Size"),
+                u"Value ToolTipText CellType SortKey Checked", {2.5, u"cell tip", 3, u"k", true});
 
   auto clone = list->Clone();
   a->setText(u"changed");

@@ -51,7 +51,7 @@ class FileContents : public FilesFixture {
   std::string rewritten(std::string_view text) {
     const std::int16_t result = zel_RewriteFileLFtoCRLF(put(u"a.txt", text));
     EXPECT_TRUE(result == 1 || bytesIn(u"a.txt") == text);
-    return result == 1 ? bytesIn(u"a.txt") : result == 0 ? "unchanged" : std::to_string(result);
+    return result == 1 ? bytesIn(u"a.txt") : std::to_string(result);
   }
 };
 
@@ -67,6 +67,9 @@ TEST_F(FileContents, EveryByteComesBackFromTextInTheCodePage) {
   EXPECT_EQ(bytesIn(u"b.txt"), all);
   zel_PutFileContentsFromString(u"x\u4E2D", path(u"b.txt"));
   EXPECT_EQ(bytesIn(u"b.txt"), "x?");
+  const Variant contents = zel_GetFileContents(put(u"a.txt", {"\0\xFFz", 3}));
+  EXPECT_THAT(contents.array().bytes(), testing::ElementsAre(0, 255, 'z'));
+  EXPECT_EQ(contents.array().bounds().at(0).lower, 0);
 }
 
 TEST_F(FileContents, WhatCannotBeReadIsEmptyAndReportedAsTheModeSays) {
@@ -102,23 +105,19 @@ TEST_F(FileContents, WritingReplacesTheWholeFileOrLeavesTheOldContents) {
              writeBytes, writeText);
 }
 
-TEST_F(FileContents, BytesAreAnArrayFromZeroOn) {
+TEST_F(FileContents, BytesAreWrittenFromArraysOfBytesOnly) {
   for (const std::string& contents : {std::string("\0\xFFz", 3), std::string()}) {
     zel_PutFileContents(bytes(contents), put(u"a"));
     EXPECT_EQ(bytesIn(u"a"), contents);
   }
-  const Variant contents = zel_GetFileContents(put(u"a", {"\0\xFFz", 3}));
-  EXPECT_THAT(contents.array().bytes(), testing::ElementsAre(0, 255, 'z'));
-  EXPECT_EQ(contents.array().bounds().at(0).lower, 0);
   const auto noBytes = ArrayData::ofVariants({});
   EXPECT_EQ(raisedError([&] { zel_PutFileContentsEx(noBytes, put(u"a"), {}); }), "13||Type mismatch");
   EXPECT_EQ(treeIn(folder), "a");
 }
 
 TEST_F(FileContents, BareLineFeedsBecomeCrLf) {
-  for (const char* text : {"a\r\nb\r\n", "a\rb", "a\r\r\n", ""}) EXPECT_EQ(rewritten(text), "unchanged");
-  EXPECT_EQ(rewritten("a\nb\n"), "a\r\nb\r\n");
-  EXPECT_EQ(rewritten("\n"), "\r\n");
+  for (const char* text : {"a\r\nb\r\n", "a\rb", "a\r\r\n", ""}) EXPECT_EQ(rewritten(text), "0");
+  EXPECT_EQ(rewritten("a\nb\n") + rewritten("\n"), "a\r\nb\r\n\r\n");
   EXPECT_EQ(rewritten("\x81\n\n\xFF"), "\x81\r\n\r\n\xFF") << "bytes of any value stay";
   EXPECT_EQ(rewritten("a\nb\r\n"), "a\r\nb") << "the last line loses its end";
   EXPECT_EQ(rewritten("a\rb\nc"), "a\r\nb\r\nc") << "a lone CR ends a line";
@@ -127,20 +126,16 @@ TEST_F(FileContents, BareLineFeedsBecomeCrLf) {
   EXPECT_EQ(rewritten("\r\n\na"), "\r\na");
 }
 
-TEST_F(FileContents, ANewPathTakesTheRewrittenTextIfThereIsAny) {
+TEST_F(FileContents, ANewPathTakesTheRewrittenTextAndAFailureIsReturnedByItsNumber) {
   EXPECT_EQ(zel_RewriteFileLFtoCRLF(put(u"a", "1\n2"), path(u"b")), 1);
   EXPECT_EQ(zel_RewriteFileLFtoCRLF(put(u"c", "1\r\n2"), path(u"d")), 0);
   EXPECT_EQ(treeIn(folder), "a=1\n2 b=1\r\n2 c=1\r\n2");
-}
-
-TEST_F(FileContents, AFailureToRewriteIsReturnedByItsNumber) {
   EXPECT_EQ(zel_RewriteFileLFtoCRLF(path(u"no.txt")), 53);
-  const String file = put(u"a.txt", "a\nb");
   for (const auto& [call, number, result] :
        {std::tuple("replaceWhole", 75, "75"), {"readWhole", objectErrorBase + 1, "6||Overflow"}}) {
     FailingFiles failing(call, number);
     const Replaced<Files> replaced(failing);
-    EXPECT_EQ(outcome([&] { return zel_RewriteFileLFtoCRLF(file); }), result) << "beyond 16 bits";
+    EXPECT_EQ(outcome([&] { return zel_RewriteFileLFtoCRLF(path(u"a")); }), result) << "beyond 16 bits";
   }
 }
 
@@ -153,13 +148,12 @@ TEST_F(FileContents, TheOperationsAreGlobalWithTheirOwnDefaults) {
     const auto result = outcome([&] { return object->Invoke(name, InvokeKind::Method, arguments); });
     return result.substr(0, result.size() - boxes.size()) + (boxes.empty() ? "" : " shown");
   };
-  EXPECT_EQ(call(u"zel_GetFileContents", {no}), "Null shown");
-  EXPECT_EQ(call(u"zel_GetFileContentsEx", {no}), "Null shown");
-  EXPECT_EQ(call(u"zel_GetFileContentsAsStringEx", {no}), "");
+  for (const StringView name : {u"zel_GetFileContents", u"zel_GetFileContentsEx"})
+    EXPECT_EQ(call(name, {no}), "Null shown");
+  EXPECT_EQ(call(u"zel_GetFileContentsAsString", {no}) + call(u"zel_GetFileContentsAsStringEx", {no}), "");
   EXPECT_EQ(call(u"zel_PutFileContents", {bytes("a\nb"), file}), "");
   EXPECT_EQ(call(u"zel_RewriteFileLFtoCRLF", {file}), "1");
-  EXPECT_EQ(call(u"zel_GetFileContentsAsString", {no}) + call(u"zel_GetFileContentsAsString", {file}),
-            "a\r\nb");
+  EXPECT_EQ(call(u"zel_GetFileContentsAsString", {file}), "a\r\nb");
   EXPECT_EQ(call(u"zel_PutFileContentsFromStringEx", {u"x", path(u"no\\a")}), " shown");
 }
 

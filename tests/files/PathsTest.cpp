@@ -1,8 +1,8 @@
 #include "files/FilesFixture.h"
 #include "files/zelFiles.h"
 #include "platform/Registry.h"
-#include "support/FailingFiles.h"
 #include "support/MemoryRegistry.h"
+#include "support/Spelled.h"
 
 namespace zelUtilities {
 namespace {
@@ -56,51 +56,44 @@ TEST_F(Paths, TellFilesAndFoldersApart) {
 }
 
 TEST_F(Paths, OnlyTwoSchemesAreUrls) {
-  const auto afterwards = [](String text) {
-    const bool url = zel_IsURL(text);
-    return toUtf8(text) + (url ? " yes" : "");
-  };
-  EXPECT_EQ(afterwards(u"HTTP://host/x"), "HTTP://host/x yes");
-  EXPECT_EQ(afterwards(u"ftp:/"), "ftp:/ yes");
-  EXPECT_EQ(afterwards(u"https://host/x"), "https:\\\\host\\x");
-  EXPECT_EQ(afterwards(u"htt"), "htt");
+  const std::pair<String, const char*> cases[] = {{u"HTTP://host/x", "HTTP://host/x yes"},
+                                                  {u"ftp:/", "ftp:/ yes"},
+                                                  {u"https://host/x", "https:\\\\host\\x"},
+                                                  {u"htt", "htt"}};
+  for (auto [text, afterwards] : cases) {
+    const bool isUrl = zel_IsURL(text);
+    EXPECT_EQ(toUtf8(text) + (isUrl ? " yes" : ""), afterwards);
+  }
   EXPECT_EQ(zel_FileFromURL(u"http://host/a.txt") + zel_FileFromURL(u"b") + zel_FileFromURL(u"c/"),
             u"a.txtb");
 }
 
 TEST_F(Paths, NamesAreMadeSafe) {
-  EXPECT_EQ(zel_ReplaceFilenameCharacters(u"a b:c*d?.txt"), u"a_b_c_d_.txt");
-  EXPECT_EQ(zel_ReplaceFilenameCharacters(u"/\\'#\"|<>\t"), u"_____|<>\t");
+  EXPECT_EQ(zel_ReplaceFilenameCharacters(u"a b:c*d?.txt/\\'#\"|<>\t"), u"a_b_c_d_.txt_____|<>\t");
 }
 
 TEST_F(Paths, WellKnownFoldersHaveDefaultsAndAreReadFromTheRegistry) {
   MemoryRegistry registry;
   const Replaced<Registry> replaced(registry);
-  const auto write = [&](RegistryHandle root, StringView below, StringView name, std::uint32_t type,
-                         std::string_view data) {
-    const String key = u"Software\\Microsoft\\Windows\\CurrentVersion" + String(below);
-    RegistryHandle opened = 0;
-    bool existed = false;
-    registry.createKey(root, key, opened, existed);
-    registry.openKey(root, key, RegistryAccess::Write, opened);
-    registry.setValue(opened, name, type, data);
-  };
   const auto all = [] {
-    return toUtf8(zel_GetCommonFilesDir() + u"|" + zel_GetProgramFilesDir() + u"|" + zel_GetDesktopDir() +
-                  u"|" + zel_GetPersonalDir());
+    return spelled(
+        {zel_GetCommonFilesDir(), zel_GetProgramFilesDir(), zel_GetDesktopDir(), zel_GetPersonalDir()});
   };
   EXPECT_EQ(all(), "C:\\Program Files\\Common Files|C:\\Program Files|C:\\Windows\\Desktop|My Documents");
-  constexpr auto machine = RegistryRoot::LocalMachine, user = RegistryRoot::CurrentUser;
-  write(machine, u"", u"CommonFilesDir", RegistryType::Text, "D:\\Common");
-  write(machine, u"", u"ProgramFilesDir", RegistryType::DWord, {"\7\0\0\0", 4});
-  write(user, u"\\Explorer\\Shell Folders", u"Desktop", RegistryType::Text, "D:\\Me\\Desktop");
-  write(user, u"\\Explorer\\Shell Folders", u"Personal", RegistryType::Binary, "x");
+  const String version = u"Software\\Microsoft\\Windows\\CurrentVersion",
+               folders = version + u"\\Explorer\\Shell Folders";
+  registry.store(RegistryRoot::LocalMachine, version, u"CommonFilesDir", RegistryType::Text, "D:\\Common");
+  registry.store(RegistryRoot::LocalMachine, version, u"ProgramFilesDir", RegistryType::DWord,
+                 {"\7\0\0\0", 4});
+  registry.store(RegistryRoot::CurrentUser, folders, u"Desktop", RegistryType::Text, "D:\\Me\\Desktop");
+  registry.store(RegistryRoot::CurrentUser, folders, u"Personal", RegistryType::Binary, "x");
   EXPECT_EQ(all(), "D:\\Common|7|D:\\Me\\Desktop|") << "a number is taken as text, bytes are not";
   EXPECT_THAT(logged, ElementsAre("zelFiles.zel_GetPersonalDir"));
-  for (const StringView word : {u"Desktop", u""}) EXPECT_EQ(zel_FilterFromDesktop(word), u"D:\\Me\\Desktop");
-  EXPECT_EQ(zel_FilterFromDesktop(u"desktop"), u"desktop");
-  EXPECT_EQ(zel_FilterToDesktop(u"d:\\me\\DESKTOP"), u"Desktop");
-  EXPECT_EQ(zel_FilterToDesktop(u"D:\\Me\\Desktop\\"), u"D:\\Me\\Desktop\\");
+  EXPECT_EQ(spelled({zel_FilterFromDesktop(u"Desktop"), zel_FilterFromDesktop(u""),
+                     zel_FilterFromDesktop(u"desktop")}),
+            "D:\\Me\\Desktop|D:\\Me\\Desktop|desktop");
+  EXPECT_EQ(spelled({zel_FilterToDesktop(u"d:\\me\\DESKTOP"), zel_FilterToDesktop(u"D:\\Me\\Desktop\\")}),
+            "Desktop|D:\\Me\\Desktop\\");
 }
 
 }  // namespace

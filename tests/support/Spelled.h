@@ -1,7 +1,7 @@
 // Several values as one text, to be compared with one literal.
 //
 //   EXPECT_EQ(spelled({list->Count(), node->Key(), node->Parent()}), "5|a|Nothing");
-//   put(*column, {{u"Width", 10}, {u"Visible", false}});
+//   setProperties(*column, u"Width Visible", {10, false});
 //   EXPECT_EQ(propertiesOf(*column, u"Width Visible"), "10|False");
 //
 // What is no text, number or the like is told by the name of its kind: "Empty", "Null", "zelNode", "Byte()".
@@ -32,8 +32,14 @@ inline std::string propertiesOf(Object& object, StringView names) {
   return text.substr(1);
 }
 
-inline void put(Object& object, std::initializer_list<std::pair<StringView, Variant>> properties) {
-  for (auto [name, value] : properties) object.Invoke(name, InvokeKind::Put, {&value, 1});
+// Writes as many properties.
+inline void setProperties(Object& object, StringView names, std::initializer_list<Variant> values) {
+  std::istringstream words(toUtf8(names));
+  for (Variant value : values) {
+    std::string name;
+    words >> name;
+    object.Invoke(fromUtf8(name), InvokeKind::Put, {&value, 1});
+  }
 }
 
 }  // namespace zelUtilities

@@ -4,13 +4,12 @@
 #include <chrono>
 
 #include "automation/Calendar.h"
-#include "automation/Conversions.h"
-#include "automation/Error.h"
 #include "platform/Clock.h"
 #include "platform/Machine.h"
 #include "platform/Process.h"
 #include "support/RaisedError.h"
 #include "support/Reports.h"
+#include "support/Spelled.h"
 #include "system/mTimeZone.h"
 #include "system/zelMisc.h"
 #include "system/zelWinAPI.h"
@@ -38,8 +37,7 @@ class MachineAndTime : public testing::Test, public Machine, public Clock, publi
     if (commandLine == u"b.exe") throw Error(ErrorNumber::FileNotFound);
   }
   static std::string on(const Variant& date = Variant::missing()) {
-    const double hours = mTimeZone::TZGetLocalOffset(date);
-    return toUtf8(mTimeZone::TZGetLocalName(date) + u" " + toText(hours));
+    return spelled({mTimeZone::TZGetLocalName(date), mTimeZone::TZGetLocalOffset(date)});
   }
 
   std::optional<SystemVersion> version;
@@ -58,20 +56,20 @@ class MachineAndTime : public testing::Test, public Machine, public Clock, publi
 };
 
 TEST_F(MachineAndTime, ThePresentIsAsTheSystemSaysAndADateAsTheRulesSay) {
-  EXPECT_EQ(on(), "Summer -4");
+  EXPECT_EQ(on(), "Summer|-4");
   EXPECT_EQ(askedYear, 0);
   state = TimeZoneState::Standard;
-  EXPECT_EQ(on(), "Eastern -5");
+  EXPECT_EQ(on(), "Eastern|-5");
   for (const StringView summer : {u"3/11/2007 2:00:00", u"11/4/2007 1:59:59", u"7/4/2010"})
-    EXPECT_EQ(on(summer), "Summer -4");
+    EXPECT_EQ(on(summer), "Summer|-4");
   EXPECT_EQ(askedYear, 2010);
   for (const StringView winter : {u"1/15/2007", u"3/11/2007 1:59:59", u"11/4/2007 2:00:00"})
-    EXPECT_EQ(on(winter), "Eastern -5");
+    EXPECT_EQ(on(winter), "Eastern|-5");
   std::swap(zone.standardDate, zone.daylightDate);  // the south: always standard time, on purpose
   zone.standardBias = 30;
-  for (const StringView date : {u"1/4/2010", u"7/4/2010"}) EXPECT_EQ(on(date), "Eastern -5.5");
+  for (const StringView date : {u"1/4/2010", u"7/4/2010"}) EXPECT_EQ(on(date), "Eastern|-5.5");
   zone.daylightDate = {};  // nothing is looked for in an empty rule
-  EXPECT_EQ(on(u"7/4/2010"), "Eastern -5.5");
+  EXPECT_EQ(on(u"7/4/2010"), "Eastern|-5.5");
   EXPECT_EQ(reports.taken(), "");
 }
 
@@ -94,8 +92,8 @@ TEST_F(MachineAndTime, ARuleNamesTheNthWeekdayOfAMonthTheLastOneOrADateOfItsOwn)
 }
 
 TEST_F(MachineAndTime, FailuresAreLoggedButASystemWithoutAnAnswerIsRaised) {
-  EXPECT_EQ(mTimeZone::TZGetLocalName(u"no date"), u"");
-  EXPECT_EQ(mTimeZone::TZGetLocalOffset(Variant::null()), 0);
+  EXPECT_EQ(spelled({mTimeZone::TZGetLocalName(u"no date"), mTimeZone::TZGetLocalOffset(Variant::null())}),
+            "|0");
   mTimeZone::TZGetLocalOffset(Variant::date(1e9));
   EXPECT_EQ(reports.taken(),
             "mTimeZone.TZGetLocalName|13 mTimeZone.TZGetLocalOffset|94 mTimeZone.LoadTimeZoneInfo|6 ");
@@ -139,9 +137,9 @@ TEST_F(MachineAndTime, TimesAreWrittenInOneFormToTheMillisecond) {
 }
 
 TEST_F(MachineAndTime, NamesAreThoseOfTheKindAskedForAndIdentifiersInCapitals) {
-  EXPECT_EQ(zel_WinAPIComputerName() + zel_WinAPIGetUserID(), u"name 0user");
-  EXPECT_EQ(zel_WinAPIComputerNameEX() + zel_WinAPIComputerNameEX(ComputerNamePhysicalDnsFullyQualified),
-            u"name 0name 7");
+  EXPECT_EQ(spelled({zel_WinAPIGetUserID(), zel_WinAPIComputerName(), zel_WinAPIComputerNameEX(),
+                     zel_WinAPIComputerNameEX(ComputerNamePhysicalDnsFullyQualified)}),
+            "user|name 0|name 0|name 7");
   EXPECT_EQ(zel_WinAPIGetGUID(), u"");
   EXPECT_EQ(reports.taken(), "zelWinAPI.zel_WinAPIGetGUID|51 ");
   guid = Guid{0x1A, 0xB, 0xC0DE, {0, 1, 0xAB, 3, 4, 5, 6, 0xFF}};

@@ -2,13 +2,14 @@
 #include <gtest/gtest.h>
 
 #include "automation/Collection.h"
-#include "automation/Conversions.h"
 #include "automation/Format.h"
 #include "platform/Files.h"
 #include "support/RaisedError.h"
 #include "support/RecordingDesktop.h"
 #include "support/RecordingDialogs.h"
 #include "support/Reports.h"
+#include "support/ScratchFolder.h"
+#include "support/Spelled.h"
 #include "system/zelConversions.h"
 #include "system/zelHelp.h"
 #include "system/zelMisc.h"
@@ -19,11 +20,12 @@ namespace zelUtilities {
 namespace {
 
 TEST(ZelStrings, JoinsWithASeparatorOnlyWhereBothValuesHaveTextAndTrimsWhatIsBeforeANul) {
-  EXPECT_EQ(zel_JoinStrings(u"a", u"b") + u"|" + zel_JoinStrings(u"a", u"b", u"-"), u"a b|a-b");
-  EXPECT_EQ(zel_JoinStrings(u"a", u"", u"-") + zel_JoinStrings(u"", u"b", u"-"), u"ab");
-  EXPECT_EQ(zel_NullTrim(StringView(u" a b  \0 c\0", 10)), u"a b");
-  EXPECT_EQ(zel_NullTrim(u" \tab\t "), u"\tab\t");
-  EXPECT_EQ(zel_NullTrim(StringView(u"\0ab", 3)), u"");
+  EXPECT_EQ(spelled({zel_JoinStrings(u"a", u"b"), zel_JoinStrings(u"a", u"b", u"-"),
+                     zel_JoinStrings(u"a", u"", u"-"), zel_JoinStrings(u"", u"b", u"-")}),
+            "a b|a-b|a|b");
+  EXPECT_EQ(spelled({zel_NullTrim(StringView(u" a b  \0 c\0", 10)), zel_NullTrim(u" \tab\t "),
+                     zel_NullTrim(StringView(u"\0ab", 3))}),
+            "a b|\tab\t|");
 }
 
 // What is asked for is that the doubled text is replaced over and over: repeats come down to one.
@@ -43,10 +45,9 @@ TEST(ZelStrings, GivesWhatReplacingOverAndOverGives) {
 }
 
 TEST(ZelConversions, UnitsGoByTheirFactorsAndBack) {
-  EXPECT_EQ(zel_Ft2ToM2(2), 0.18580608);
-  EXPECT_EQ(zel_M2ToFt2(0.09290304) + zel_MToFt(0.3048), 2);
-  EXPECT_EQ(zel_FtToM(1), 0.3048);
-  EXPECT_EQ(zel_LbToKg(1), 0.453592);
+  EXPECT_EQ(
+      spelled({zel_Ft2ToM2(2), zel_M2ToFt2(0.09290304), zel_FtToM(1), zel_MToFt(0.3048), zel_LbToKg(1)}),
+      "0.18580608|1|0.3048|1|0.453592");
   EXPECT_EQ(zel_KgToLb(zel_LbToKg(7)), 7);
   EXPECT_EQ(raisedError([] { zel_MToFt(1e308); }), "6||Overflow");
 }
@@ -63,11 +64,12 @@ TEST(ZelConversions, BytesAreReadMostSignificantFirstAndOnlyInsideTheArray) {
   const auto bytes = [](std::initializer_list<std::uint8_t> of) {
     return arrayOf(VariantKind::Byte, -3, of);
   };
-  EXPECT_EQ(zel_MotorolaBytesToShort(bytes({0x80, 0}), -3), -32768);
-  EXPECT_EQ(zel_MotorolaBytesToShort(bytes({0x7F, 0xFF}), -3), 32767);
-  EXPECT_EQ(zel_MotorolaBytesToUnsignedShort(bytes({0x80, 1}), -3), 32769);
-  EXPECT_EQ(zel_MotorolaBytesToLong(bytes({0x80, 0, 1, 0}), -3), -2147483647 - 1 + 256);
-  EXPECT_EQ(zel_MotorolaBytesToLong(bytes({9, 0xFF, 0xFF, 0xFF, 0xFE}), -2), -2);
+  EXPECT_EQ(spelled({zel_MotorolaBytesToShort(bytes({0x80, 0}), -3),
+                     zel_MotorolaBytesToShort(bytes({0x7F, 0xFF}), -3),
+                     zel_MotorolaBytesToUnsignedShort(bytes({0x80, 1}), -3),
+                     zel_MotorolaBytesToLong(bytes({0x80, 0, 1, 0}), -3),
+                     zel_MotorolaBytesToLong(bytes({9, 0xFF, 0xFF, 0xFF, 0xFE}), -2)}),
+            "-32768|32767|32769|-2147483392|-2");
   const auto readAt = [](const Ref<ArrayData>& array, std::int32_t index) {
     return raisedError([&] { zel_MotorolaBytesToLong(array, index); });
   };
@@ -100,19 +102,19 @@ TEST(ZelConversions, DatesAreReadByAFormatOrTheLocale) {
 
 TEST(ZelMisc, TheLargerAndSmallerValueComeBackAsPassed) {
   Reports reports{"zelMisc."};
-  const Variant two(std::int16_t{2});
   const auto both = [](const Variant& first, const Variant& second) {
-    const Variant larger = zel_MaxValue(first, second);
-    const Variant smaller = zel_MinValue(first, second);
-    return toUtf8(typeName(larger) + toText(larger) + u" " + typeName(smaller) + toText(smaller));
+    const Variant larger = zel_MaxValue(first, second), smaller = zel_MinValue(first, second);
+    return spelled({typeName(larger) + toText(larger), typeName(smaller) + toText(smaller)});
   };
-  EXPECT_EQ(both(two, 2.5), "Double2.5 Integer2");
-  EXPECT_EQ(both(u"10", u"9"), "String9 String10");
-  EXPECT_EQ(both(u"1", 2.0), "String1 Double2");   // numbers come before texts
-  EXPECT_EQ(both(two, 2.0), "Integer2 Integer2");  // the first of equals
-  EXPECT_EQ(both(2.0, two), "Double2 Double2");
-  EXPECT_TRUE(zel_MaxValue(Variant::null(), 1.0).isNull());
-  EXPECT_TRUE(zel_MaxValue(ArrayData::ofBytes({}), 1.0).isEmpty() && zel_MinValue(1.0, nullptr).isEmpty());
+  const Variant two(std::int16_t{2});
+  EXPECT_EQ(both(two, 2.5), "Double2.5|Integer2");
+  EXPECT_EQ(both(u"10", u"9"), "String9|String10");
+  EXPECT_EQ(both(u"1", 2.0), "String1|Double2");   // numbers come before texts
+  EXPECT_EQ(both(two, 2.0), "Integer2|Integer2");  // the first of equals
+  EXPECT_EQ(both(2.0, two), "Double2|Double2");
+  EXPECT_EQ(spelled({zel_MaxValue(Variant::null(), 1.0), zel_MaxValue(ArrayData::ofBytes({}), 1.0),
+                     zel_MinValue(1.0, nullptr)}),
+            "Null|Empty|Empty");
   EXPECT_EQ(reports.taken(), "zel_MaxValue|13 zel_MinValue|91 ");
 }
 
@@ -155,13 +157,12 @@ TEST(ZelMisc, ElementsAreAppendedTimesTheFactorAndCounted) {
 }
 
 TEST(ZelMisc, ScriptsAppendToArraysOfDoublesAndToNoOthers) {
-  const Member& append = *zelMisc::describeClass().find(u"zel_AppendArray");
-  const Ref<Object> instance = make<FunctionClass>(zelMisc::describeClass());
+  const Ref<Object> functions = make<FunctionClass>(zelMisc::describeClass());
   Variant arguments[] = {doubles(0, {1}).data, doubles(0, {2}).data, Variant::missing()};
-  invokeMember(*instance, append, InvokeKind::Method, arguments);
+  functions->Invoke(u"zel_AppendArray", InvokeKind::Method, arguments);
   EXPECT_EQ(described(DoubleArray{arguments[0].arrayRef()}), "0: 1 2");
   arguments[1] = ArrayData::ofVariants({2.0});
-  EXPECT_THROW(invokeMember(*instance, append, InvokeKind::Method, arguments), Error);
+  EXPECT_THROW(functions->Invoke(u"zel_AppendArray", InvokeKind::Method, arguments), Error);
 }
 
 TEST(ZelObjects, ObjectsAreCreatedByNameOrTheUserIsTold) {
@@ -187,21 +188,19 @@ TEST(ZelObjects, OnlyObjectsAreFoundInCollections) {
 }
 
 TEST(ZelHelp, TheExtensionAsWrittenChoosesTheViewer) {
-  const String names[] = {u"manual.chm", u"other.CHM", u"chm.hlp"};
-  for (const String& name : names) files().replaceWhole(name, "");
+  const ScratchFolder scratch;
+  for (const StringView name : {u"manual.chm", u"other.CHM", u"chm.hlp"}) files().replaceWhole(name, "");
   RecordingDesktop desktop;
-  const std::int32_t unknown = RecordingDesktop::unknownContext;
-  EXPECT_EQ(ShowHTMLHelp(u"manual.chm", unknown), 100);  // the default topic
-  EXPECT_EQ(ShowHTMLHelp(u"manual.chm", 0), 100);
-  EXPECT_EQ(ShowHTLMHelp(u"manual.chm", -3), 102);
-  EXPECT_EQ(zel_HelpFromContext(u"manual.chm", 5), 115);
+  constexpr std::int32_t unknown = RecordingDesktop::unknownContext;  // the default topic is shown
+  EXPECT_EQ(spelled({ShowHTMLHelp(u"manual.chm", unknown), ShowHTMLHelp(u"manual.chm", 0),
+                     ShowHTLMHelp(u"manual.chm", -3), zel_HelpFromContext(u"manual.chm", 5)}),
+            "100|100|102|115");
   EXPECT_EQ(zel_HelpFromContext(u"other.CHM", 5), -1);
   EXPECT_EQ(zel_HelpFromContext(u"chm.hlp", unknown), -1);  // a failing viewer is skipped
   for (const String missing : {u"missing.chm", u"missing.hlp", u"", u"a*.chm"})
-    EXPECT_TRUE(zel_HelpFromContext(missing, 1) == 0 && ShowHTMLHelp(missing, 1) == 0 &&
-                !ShowWinHelp(missing, 1));
+    EXPECT_EQ(spelled({zel_HelpFromContext(missing, 1), ShowHTMLHelp(missing, 1), ShowWinHelp(missing, 1)}),
+              "0|0|False");
   EXPECT_EQ(desktop.calls, "html 15 99\nhtml 0 0\nhtml 0 0\nhtml 2 0\nhtml 15 5\nwindow 1 5\nwindow 1 99\n");
-  for (const String& name : names) files().remove(name);
 }
 
 }  // namespace

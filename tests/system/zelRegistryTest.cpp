@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "automation/ArrayData.h"
-#include "automation/Conversions.h"
+#include "platform/LateBound.h"
 #include "support/MemoryRegistry.h"
 #include "support/RaisedError.h"
 #include "support/Reports.h"
+#include "support/Spelled.h"
 
 namespace zelUtilities {
 namespace {
@@ -16,19 +16,10 @@ using namespace std::string_literals;
 constexpr ZEL_Registry_HKEYs user = HKEY_CURRENT_USER;
 const String acme = u"Software\\Acme";
 
-// "Long 5", "Byte() Byte 0 Byte 255", "Empty": kind and contents of a value.
-std::string described(const Variant& value) {
-  std::string text = toUtf8(typeName(value));
-  if (value.isEmpty()) return text;
-  if (!value.isArray()) return text + " " + toUtf8(toText(value));
-  EXPECT_EQ(value.array().bounds()[0].lower, 0);
-  for (std::size_t i = 0; i < value.array().size(); ++i) text += " " + described(value.array().at(i));
+std::string listed(const Ref<Collection>& values) {
+  std::string text;
+  for (std::int32_t i = 1; i <= values->Count(); ++i) text += shown(values->Item(i)) + "|";
   return text;
-}
-std::string described(const Ref<Collection>& values) {
-  std::string lines;
-  for (std::int32_t i = 1; i <= values->Count(); ++i) lines += described(values->Item(i)) + ", ";
-  return lines;
 }
 
 class ZelRegistry : public testing::Test {
@@ -36,9 +27,14 @@ class ZelRegistry : public testing::Test {
   ZelRegistry() { zel_CreateRegistryKey(user, acme); }
   ~ZelRegistry() override { EXPECT_EQ(memory.openKeys(), 0u); }
 
+  // What is read where the value was written, or was stored with a type.
   static std::string written(const Variant& value) {
     EXPECT_TRUE(zel_SetRegistryValue(user, acme, u"Name", value));
-    return described(zel_GetRegistryValue(user, acme, u"NAME"));
+    return shown(zel_GetRegistryValue(user, acme, u"NAME"));
+  }
+  std::string stored(std::uint32_t type, const std::string& data) {
+    memory.store(user, acme, u"Stored", type, data);
+    return shown(zel_GetRegistryValue(user, acme, u"Stored", u"default"));
   }
 
   MemoryRegistry memory;
@@ -52,31 +48,25 @@ TEST_F(ZelRegistry, TextsIntegersAndBytesReadBackAndOtherKindsAreRefused) {
   EXPECT_EQ(written(u"\u00FC \u20AC \u4E2D"), "String \u00FC \u20AC ?");  // the code page has no more
   EXPECT_EQ(written(u"") + written(std::int16_t{-2}), "String Long -2");
   EXPECT_EQ(written(std::int32_t{-2147483647 - 1}), "Long -2147483648");
-  EXPECT_EQ(written(ArrayData::ofBytes({})), "Byte()");
-  EXPECT_EQ(written(fromOne), "Byte() Byte 0 Byte 255");
+  EXPECT_EQ(written(ArrayData::ofBytes({})), "Byte()[0:0] {}");
+  EXPECT_EQ(written(fromOne), "Byte()[0:2] {Byte 0, Byte 255}");
   const Variant refused[] = {{},      Variant::null(),    2.5,
                              true,    std::uint8_t{1},    Variant::date(1),
-                             nullptr, Variant::missing(), ArrayData::ofVariants({std::int32_t{1}})};
+                             nullptr, Variant::missing(), ArrayData::ofVariants({1})};
   for (const Variant& value : refused)
     EXPECT_EQ(raisedError([&] { zel_SetRegistryValue(user, acme, u"Name", value); }),
               "1001|zelRegistry.zel_SetRegistryValue|Unsupported value type");
-  EXPECT_EQ(described(zel_GetRegistryValue(user, acme, u"Name")), "Byte() Byte 0 Byte 255");
+  EXPECT_EQ(shown(zel_GetRegistryValue(user, acme, u"Name")), "Byte()[0:2] {Byte 0, Byte 255}");
 }
 
 TEST_F(ZelRegistry, ReadsWhateverIsStoredAndGivesTheDefaultForWhatItCannotRead) {
-  const auto stored = [](std::uint32_t type, const std::string& data) {
-    RegistryKey key;
-    key.open(user, acme, RegistryAccess::Write);
-    registry().setValue(key.handle(), u"Stored", type, data);
-    return described(zel_GetRegistryValue(user, acme, u"Stored", u"default"));
-  };
   EXPECT_EQ(stored(RegistryType::Text, "abc") + stored(RegistryType::Text, ""), "String abcString ");
   EXPECT_EQ(stored(RegistryType::ExpandableText, "%TEMP%\0"s), "String %TEMP%");
   EXPECT_EQ(stored(RegistryType::MultiText, "a\0bc\0\0"s), "String a\0bc"s);
   EXPECT_EQ(stored(RegistryType::MultiText, "\0\0"s), "String ");
   EXPECT_EQ(stored(RegistryType::DWord, "\5"), "Long 5");
-  EXPECT_EQ(stored(RegistryType::QWord, "12345678"), "String default");
-  EXPECT_EQ(stored(RegistryType::DWordBigEndian, "1234"), "String default");
+  for (const std::uint32_t type : {RegistryType::QWord, RegistryType::DWordBigEndian})
+    EXPECT_EQ(stored(type, "12345678"), "String default");
   EXPECT_TRUE(zel_GetRegistryValue(user, acme, u"Missing").isEmpty());
   EXPECT_EQ(zel_GetRegistryValue(user, acme + u"\\A", u"Missing", u"x").text(), u"x");
 }
@@ -95,19 +85,19 @@ TEST_F(ZelRegistry, OnlyCreatingCreatesAKeyAndIsTrueOnlyWhenItWasThere) {
 }
 
 TEST_F(ZelRegistry, SubkeysAndValuesAreListedUnderTheirNames) {
-  zel_CreateRegistryKey(user, acme + u"\\A");
-  zel_CreateRegistryKey(user, acme + u"\\B\\C");
+  for (const StringView key : {u"\\A", u"\\B\\C"}) zel_CreateRegistryKey(user, acme + String(key));
   const Ref<Collection> keys = zel_EnumRegistryKeys(user, acme);
-  EXPECT_EQ(described(keys), "String A, String B, ");
+  EXPECT_EQ(listed(keys), "String A|String B|");
   EXPECT_TRUE(keys->find(u"a") && zel_EnumRegistryKeys(user, u"")->find(u"Software"));
   written(u"abc");
-  zel_SetRegistryValue(user, acme, u"N", std::int32_t{5});
+  zel_SetRegistryValue(user, acme, u"N", 5);
   const Ref<Collection> values = zel_EnumRegistryValues(user, acme);
-  EXPECT_EQ(described(values), "Variant() String Name String abc, Variant() String N Long 5, ");
+  EXPECT_EQ(listed(values), "Variant()[0:2] {String Name, String abc}|Variant()[0:2] {String N, Long 5}|");
   EXPECT_TRUE(values->find(u"NAME"));
-  EXPECT_TRUE(zel_DeleteRegistryValue(user, acme, u"NAME"));
-  EXPECT_FALSE(zel_DeleteRegistryValue(user, acme, u"Name"));
-  EXPECT_FALSE(zel_DeleteRegistryValue(user, acme + u"\\Missing", u"Name"));
+  EXPECT_EQ(
+      spelled({zel_DeleteRegistryValue(user, acme, u"NAME"), zel_DeleteRegistryValue(user, acme, u"Name"),
+               zel_DeleteRegistryValue(user, acme + u"\\Missing", u"Name")}),
+      "True|False|False");
   for (const auto list : {zel_EnumRegistryKeys, zel_EnumRegistryValues})
     EXPECT_EQ(list(user, acme + u"\\Missing")->Count(), 0);
   EXPECT_EQ(reports.taken(), "");
@@ -139,8 +129,9 @@ TEST_F(ZelRegistry, OddKeysKeepDataOfTheValueBeforeEndTheListAtAFailureAndCountA
   OddRegistry odd;
   const Replaced<Registry> oddInForce(odd);
   EXPECT_EQ(zel_EnumRegistryKeys(user, u"Odd")->Count(), 3);
-  EXPECT_EQ(described(zel_EnumRegistryValues(user, u"Odd")),
-            "Variant() String Key0 Empty, Variant() String Key1 Long 5, Variant() String Key2 Long 5, ");
+  EXPECT_EQ(listed(zel_EnumRegistryValues(user, u"Odd")),
+            "Variant()[0:2] {String Key0, Empty }|Variant()[0:2] {String Key1, Long 5}|"
+            "Variant()[0:2] {String Key2, Long 5}|");
   EXPECT_EQ(reports.taken(),
             "EnumRegistryKeys|457|Index = 3 "
             "EnumRegistryValues|457|Odd -- Index = 3 | RetVal = 0Adding to collection ");

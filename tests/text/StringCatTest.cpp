@@ -40,7 +40,7 @@ TEST(StringCat, TheSeparatorStandsBeforeEachFurtherPieceAlsoOfXml) {
 
 TEST(StringCat, StartEmptiesButKeepsSeparatorMarginAndTheElementBegun) {
   zelStringCat builder;
-  put(builder, {{u"Separator", u";"}, {u"Margin", u"\t"}});
+  setProperties(builder, u"Separator Margin", {u";", u"\t"});
   builder.Concatenate(repeated(u"x", 300000));
   builder.OpenElement(u"A");
   builder.StartElement(u"B");
@@ -268,7 +268,7 @@ TEST_F(StringCatFailure, XmlOperationsThatGoStepByStepOnlyLog) {
 }
 
 TEST_F(LogTest, InDebugModeTwoWhatDoesNotFitIsLeftOut) {
-  setUser(u"ConDebug", "2");
+  set(u"ConDebug", "2");
   EXPECT_EQ(built([](auto& b) {
               b.ConcatenatePart(u"ab"), b.ConcatenatePart(longestText());
               b.Replace(u"a", longestText()), b.ConcatenatePart(u"c");
