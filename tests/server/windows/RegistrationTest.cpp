@@ -1,118 +1,107 @@
 // Registering and taking it back, as regsvr32 does it, in the test's own Wine prefix.
 #include <gtest/gtest.h>
-#include <windows.h>
 
 #include <set>
 
+#include "automation/CaseFolding.h"
+#include "platform/Locale.h"
+#include "platform/Registry.h"
 #include "server/windows/ServerUnderTest.h"
 
 namespace zelUtilities {
 namespace {
 
+constexpr RegistryHandle machine = RegistryRoot::LocalMachine;
+constexpr RegistryHandle user = RegistryRoot::CurrentUser;
+const String classesKey = u"Software\\Classes";
+const String nodeListClass = u"{026B940E-88DB-5011-99B1-32771D576452}",
+             nodeListKey = u"CLSID\\" + nodeListClass;
+
 std::wstring quoted(const std::wstring& path) { return L"\"" + path + L"\""; }
 std::wstring library() { return quoted(besideProgram(L"zelUtilities.dll")); }
+DWORD regsvr32(const std::wstring& words) { return runProgram(L"regsvr32 /s " + words); }
 
-// Every key and value below a key, with its text.
-void collect(HKEY parent, const std::wstring& path, std::set<std::wstring>& found) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-  found.insert(path);
-  wchar_t name[512];
-  for (DWORD i = 0;; ++i) {
-    DWORD length = 512;
-    BYTE data[2048] = {};
-    DWORD size = sizeof data - 2;
-    if (RegEnumValueW(key, i, name, &length, nullptr, nullptr, data, &size) == ERROR_NO_MORE_ITEMS) break;
-    found.insert(path + L" | " + name + L" = " + reinterpret_cast<wchar_t*>(data));
-  }
-  for (DWORD i = 0;; ++i) {
-    DWORD length = 512;
-    if (RegEnumKeyExW(key, i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
-    collect(parent, path + L"\\" + name, found);
-  }
-  RegCloseKey(key);
+using Lines = std::set<String>;
+
+// Every key below a path and every value as "key|name|text", folded: the system writes a key as it likes.
+void collect(RegistryHandle root, const String& path, Lines& found) {
+  RegistryKey key;
+  if (key.open(root, path, RegistryAccess::Read) != RegistryResult::Success) return;
+  found.insert(foldCase(path));
+  RegistryValue value;
+  for (std::uint32_t i = 0; registry().enumValue(key.handle(), i, value) == RegistryResult::Success; ++i)
+    found.insert(foldCase(path + u"|" + value.name + u"|" + widen(value.text())));
+  String name;
+  for (std::uint32_t i = 0; registry().enumKey(key.handle(), i, name) == RegistryResult::Success; ++i)
+    collect(root, path + u"\\" + name, found);
 }
 
-std::set<std::wstring> classes(HKEY hive) {
-  std::set<std::wstring> found;
-  collect(hive, L"Software\\Classes", found);
+Lines classes(RegistryHandle root) {
+  Lines found;
+  collect(root, classesKey, found);
   return found;
 }
 
 // What differs, one a line: + came, - went.
-std::string difference(const std::set<std::wstring>& before, const std::set<std::wstring>& after) {
-  std::string text;
-  for (const std::wstring& line : after)
-    if (!before.contains(line)) text += "+ " + utf8(line.c_str()) + "\n";
-  for (const std::wstring& line : before)
-    if (!after.contains(line)) text += "- " + utf8(line.c_str()) + "\n";
-  return text;
+void expectUnchanged(RegistryHandle root, const Lines& before) {
+  const Lines after = classes(root);
+  String text;
+  for (const String& line : after)
+    if (!before.contains(line)) text.append(u"+ ").append(line).append(u"\n");
+  for (const String& line : before)
+    if (!after.contains(line)) text.append(u"- ").append(line).append(u"\n");
+  EXPECT_EQ(toUtf8(text), "");
 }
 
-std::string valueOf(HKEY hive, const std::wstring& key, const wchar_t* name = nullptr) {
-  wchar_t text[1024] = {};
-  DWORD size = sizeof text;
-  RegGetValueW(hive, (L"Software\\Classes\\" + key).c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size);
-  return utf8(text);
+void expectRegistered(RegistryHandle root) {
+  const String path = fromUtf8(utf8(besideProgram(L"zelUtilities.dll").c_str()));
+  const String typeLibrary = u"TypeLib\\{B7C537EE-3068-5237-9EC6-C74C18EF95CA}\\1.2";
+  const Lines found = classes(root);
+  for (const String& line :
+       {u"zelUtilities.zelNodeList\\CLSID||" + nodeListClass,
+        nodeListKey + u"\\ProgID||zelUtilities.zelNodeList", nodeListKey + u"\\InprocServer32||" + path,
+        nodeListKey + u"\\InprocServer32|ThreadingModel|Apartment",
+        typeLibrary + u"||Zelora Utility Functions (V1.2)",
+        typeLibrary + (sizeof(void*) == 8 ? u"\\0\\win64||" : u"\\0\\win32||") + path})
+    EXPECT_TRUE(found.contains(foldCase(classesKey + u"\\" + line))) << toUtf8(line);
+  EXPECT_FALSE(found.contains(foldCase(classesKey + u"\\zelUtilities.zelNode")))
+      << "clients cannot create it";
 }
 
-const std::wstring nodeListKey = L"CLSID\\{026B940E-88DB-5011-99B1-32771D576452}";
-
-void expectRegistered(HKEY hive) {
-  const std::string path = utf8(besideProgram(L"zelUtilities.dll").c_str());
-  EXPECT_EQ(valueOf(hive, L"zelUtilities.zelNodeList\\CLSID"), utf8(nodeListKey.substr(6).c_str()));
-  EXPECT_EQ(valueOf(hive, nodeListKey + L"\\ProgID"), "zelUtilities.zelNodeList");
-  EXPECT_EQ(valueOf(hive, nodeListKey + L"\\InprocServer32"), path);
-  EXPECT_EQ(valueOf(hive, nodeListKey + L"\\InprocServer32", L"ThreadingModel"), "Apartment");
-  const std::wstring typeLibrary = L"TypeLib\\{B7C537EE-3068-5237-9EC6-C74C18EF95CA}\\1.2";
-  EXPECT_EQ(valueOf(hive, typeLibrary), "Zelora Utility Functions (V1.2)");
-  EXPECT_EQ(valueOf(hive, typeLibrary + (sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32")), path);
-  EXPECT_EQ(valueOf(hive, L"zelUtilities.zelNode\\CLSID"), "");  // clients cannot create it
-}
-
-TEST(Registration, ForTheMachineLeavesNothingBehind) {
+TEST(Registration, ForTheMachineLeavesNothingBehindAlsoWhereAPartIsGone) {
   const std::wstring client = L"cscript //nologo " + quoted(besideProgram(L"scripts\\registered.vbs"));
   EXPECT_EQ(runProgram(client), 1U);  // not there yet; the script host registers itself at its first start
-  const auto before = classes(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(runProgram(L"regsvr32 /s " + library()), 0U);
-  expectRegistered(HKEY_LOCAL_MACHINE);
+  const Lines before = classes(machine);
+  ASSERT_EQ(regsvr32(library()), 0U);
+  expectRegistered(machine);
   EXPECT_EQ(runProgram(client), 42U);
-  ASSERT_EQ(runProgram(L"regsvr32 /u /s " + library()), 0U);
-  EXPECT_EQ(difference(before, classes(HKEY_LOCAL_MACHINE)), "");
+  RegDeleteTreeA(HKEY_LOCAL_MACHINE, toUtf8(classesKey + u"\\" + nodeListKey).c_str());
+  ASSERT_EQ(regsvr32(L"/u " + library()), 0U);
+  expectUnchanged(machine, before);
 }
 
 TEST(Registration, ForOneUserLeavesTheMachineAlone) {
-  const auto machine = classes(HKEY_LOCAL_MACHINE);
-  HKEY root = nullptr;  // a user has it, but for the first moments of a Wine prefix
-  RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ, nullptr, &root, nullptr);
-  RegCloseKey(root);
-  const auto before = classes(HKEY_CURRENT_USER);
-  ASSERT_EQ(runProgram(L"regsvr32 /s /n /i:user " + library()), 0U);
-  expectRegistered(HKEY_CURRENT_USER);
-  EXPECT_EQ(difference(machine, classes(HKEY_LOCAL_MACHINE)), "");
-  ASSERT_EQ(runProgram(L"regsvr32 /u /s /n /i:user " + library()), 0U);
-  EXPECT_EQ(difference(before, classes(HKEY_CURRENT_USER)), "");
+  RegistryKey root;  // a user has it, but for the first moments of a Wine prefix
+  bool existed = false;
+  root.create(user, classesKey, existed);
+  const Lines machines = classes(machine), before = classes(user);
+  ASSERT_EQ(regsvr32(L"/n /i:user " + library()), 0U);
+  expectRegistered(user);
+  expectUnchanged(machine, machines);
+  ASSERT_EQ(regsvr32(L"/u /n /i:user " + library()), 0U);
+  expectUnchanged(user, before);
 }
 
 TEST(Registration, ACopyElsewhereTakesOverAndIsNotRemovedByTheFirst) {
   CreateDirectoryW(L"second", nullptr);
   ASSERT_TRUE(CopyFileW(besideProgram(L"zelUtilities.dll").c_str(), L"second\\zelUtilities.dll", FALSE));
-  const auto before = classes(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(runProgram(L"regsvr32 /s " + library()), 0U);
-  ASSERT_EQ(runProgram(L"regsvr32 /s second\\zelUtilities.dll"), 0U);
-  const auto second = classes(HKEY_LOCAL_MACHINE);
-  EXPECT_EQ(runProgram(L"regsvr32 /u /s " + library()), 0U);
-  EXPECT_EQ(difference(second, classes(HKEY_LOCAL_MACHINE)), "");
-  EXPECT_EQ(runProgram(L"regsvr32 /u /s second\\zelUtilities.dll"), 0U);
-  EXPECT_EQ(difference(before, classes(HKEY_LOCAL_MACHINE)), "");
-}
-
-TEST(Registration, AHalfRemovedOneIsTakenBackToo) {
-  const auto before = classes(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(runProgram(L"regsvr32 /s " + library()), 0U);
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + nodeListKey).c_str());
-  EXPECT_EQ(runProgram(L"regsvr32 /u /s " + library()), 0U);
-  EXPECT_EQ(difference(before, classes(HKEY_LOCAL_MACHINE)), "");
+  const Lines before = classes(machine);
+  ASSERT_EQ(regsvr32(library()) + regsvr32(L"second\\zelUtilities.dll"), 0U);
+  const Lines second = classes(machine);
+  EXPECT_EQ(regsvr32(L"/u " + library()), 0U);
+  expectUnchanged(machine, second);
+  EXPECT_EQ(regsvr32(L"/u second\\zelUtilities.dll"), 0U);
+  expectUnchanged(machine, before);
 }
 
 }  // namespace
