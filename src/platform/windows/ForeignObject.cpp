@@ -184,17 +184,27 @@ Ref<Enumerator> ForeignEnumerator::clone() const {
   return wrapped;
 }
 
+ForeignStream::ForeignStream(ISequentialStream* stream) : stream_(stream) { stream_->AddRef(); }
+
+ForeignStream::~ForeignStream() { stream_->Release(); }
+
+// Wrapped by what the object is asked for; nothing where it is none.
+template <class Wrapper, class Interface>
+static Ref<Object> wrappedAs(IUnknown& object, HRESULT& result) {
+  Interface* asked = nullptr;
+  result = object.QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&asked));
+  if (result < 0) return {};
+  Ref<Object> wrapped = make<Wrapper>(asked);
+  asked->Release();
+  return wrapped;
+}
+
 Ref<Object> wrapForeign(IUnknown* object) {
-  IDispatch* dispatch = nullptr;
-  if (object->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)) >= 0) {
-    Ref<Object> wrapped = make<ForeignObject>(dispatch);
-    dispatch->Release();
-    return wrapped;
-  }
-  IEnumVARIANT* items = nullptr;
-  requireSuccess(object->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items)));
-  Ref<Object> wrapped = make<ForeignEnumerator>(items);
-  items->Release();
+  HRESULT result = S_OK;
+  Ref<Object> wrapped = wrappedAs<ForeignObject, IDispatch>(*object, result);
+  if (!wrapped) wrapped = wrappedAs<ForeignEnumerator, IEnumVARIANT>(*object, result);
+  if (!wrapped) wrapped = wrappedAs<ForeignStream, ISequentialStream>(*object, result);
+  requireSuccess(result);
   return wrapped;
 }
 

@@ -9,6 +9,7 @@
 
 struct IDispatch;
 struct IEnumVARIANT;
+struct ISequentialStream;
 struct IUnknown;
 
 namespace zelUtilities {
@@ -51,13 +52,32 @@ class ForeignEnumerator : public Enumerator {
   IEnumVARIANT* items_;
 };
 
+// A stream that answers no late-bound calls: clients in C++ and C# have such.
+class ForeignStream : public Object {
+ public:
+  // Holds a reference of its own.
+  explicit ForeignStream(ISequentialStream* stream);
+
+  ISequentialStream* stream() const { return stream_; }
+
+ protected:
+  ~ForeignStream() override;
+
+ private:
+  ISequentialStream* stream_;
+};
+
 // The object if it is somebody else's, else nothing. Objects with a description are told by it, which is
 // quick.
 inline ForeignObject* foreignObject(Object* object) {
   return object && !object->classInfo() ? dynamic_cast<ForeignObject*>(object) : nullptr;
 }
 
-// As a ForeignObject or a ForeignEnumerator; raises 430 for an object that is neither.
+inline ForeignStream* foreignStream(Object* object) {
+  return object && !object->classInfo() ? dynamic_cast<ForeignStream*>(object) : nullptr;
+}
+
+// As a ForeignObject, a ForeignEnumerator or a ForeignStream; raises 430 for an object that is none.
 Ref<Object> wrapForeign(IUnknown* object);
 
 }  // namespace zelUtilities

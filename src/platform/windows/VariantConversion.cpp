@@ -233,6 +233,12 @@ void toSystem(const Variant& value, tagVARIANT& filled) {
       filled.bstrVal = newText(value.text());
       break;
     case VariantKind::Object:
+      if (const ForeignStream* bare = foreignStream(value.object())) {
+        bare->stream()->AddRef();
+        filled.punkVal = bare->stream();
+        filled.vt = VT_UNKNOWN;
+        return;
+      }
       filled.pdispVal = dispatchOf(value.object());
       break;
     default:

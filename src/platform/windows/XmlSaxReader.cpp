@@ -430,8 +430,10 @@ void setUp(Held<ISAXXMLReader>& reader, XmlSaxHandler& handler) {
 
 // The object as a stream of the system's, where it is one.
 void askForStream(Object& object, Held<ISequentialStream>& stream) {
-  const auto* foreign = dynamic_cast<const ForeignObject*>(&object);
-  if (foreign) foreign->dispatch()->QueryInterface(IID_ISequentialStream, stream.receive());
+  IUnknown* asked = nullptr;
+  if (const ForeignObject* foreign = foreignObject(&object)) asked = foreign->dispatch();
+  if (const ForeignStream* bare = foreignStream(&object)) asked = bare->stream();
+  if (asked) asked->QueryInterface(IID_ISequentialStream, stream.receive());
 }
 
 class WindowsXml : public Xml {

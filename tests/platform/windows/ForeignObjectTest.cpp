@@ -6,9 +6,11 @@
 #include <thread>
 
 #include "platform/LateBound.h"
+#include "platform/windows/OwnedVariant.h"
 #include "platform/windows/ProbeDispatch.h"
 #include "platform/windows/VariantConversion.h"
 #include "support/RaisedError.h"
+#include "support/XmlEvents.h"
 
 namespace zelUtilities {
 namespace {
@@ -70,6 +72,25 @@ TEST(ForeignObject, KindsThatOnlyTheSystemHasBecomeTheNearest) {
   EXPECT_EQ(converted(VT_DECIMAL, [](VARIANT& v) { VarDecFromR8(2.5, &v.decVal); }), "Double 2.5");
   std::int16_t referred = 12;
   EXPECT_EQ(converted(VT_BYREF | VT_I2, [&](VARIANT& v) { v.piVal = &referred; }), "Integer 12");
+}
+
+TEST(ForeignObject, ABareStreamIsReadAndGivenBack) {
+  IStream* stream = nullptr;
+  ASSERT_GE(CreateStreamOnHGlobal(nullptr, TRUE, &stream), 0);
+  stream->Write("<r>x</r>", 8, nullptr);
+  stream->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr);
+  VARIANT given;
+  given.vt = VT_UNKNOWN;
+  given.punkVal = stream;
+  {
+    const Variant taken = fromSystem(given);
+    EXPECT_EQ(XmlEvents::of(taken), "<r>x</r>");
+    OwnedVariant back;
+    toSystem(taken, back);
+    EXPECT_EQ(back.vt, VT_UNKNOWN);
+    EXPECT_EQ(back.punkVal, stream);
+  }
+  EXPECT_EQ(stream->Release(), 0U);
 }
 
 TEST(ForeignObject, ArgumentsComeInOrderAndPlacesAreWrittenBack) {
