@@ -90,11 +90,14 @@ void fillSystemArray(const ArrayData& array, SAFEARRAY* filled) {
     std::memcpy(access.data(), array.bytes().data(), array.size());
     return;
   }
+  const auto kind = static_cast<VARTYPE>(array.elementKind());
   const UINT size = SafeArrayGetElemsize(filled);
   for (std::size_t i = 0; i < array.size(); ++i) {
     OwnedVariant element;
     toSystem(array.at(i), element);
-    moveElement(element, static_cast<VARTYPE>(array.elementKind()), size, access.data() + i * size);
+    // A bare stream has no place among objects that answer calls.
+    if (kind != VT_VARIANT && element.vt != kind) throw Error(ErrorNumber::TypeMismatch);
+    moveElement(element, kind, size, access.data() + i * size);
   }
 }
 

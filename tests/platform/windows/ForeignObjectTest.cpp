@@ -89,6 +89,10 @@ TEST(ForeignObject, ABareStreamIsReadAndGivenBack) {
     toSystem(taken, back);
     EXPECT_EQ(back.vt, VT_UNKNOWN);
     EXPECT_EQ(back.punkVal, stream);
+    const Ref<ArrayData> objects = ArrayData::create(VariantKind::Object, {{0, 1}});
+    objects->set(0, taken);
+    OwnedVariant none;
+    EXPECT_EQ(raisedError([&] { toSystem(objects, none); }), "13||Type mismatch");
   }
   EXPECT_EQ(stream->Release(), 0U);
 }
