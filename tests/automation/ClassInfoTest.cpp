@@ -18,18 +18,17 @@ const EnumInfo& enumInfo<Shade>() {
 
 namespace {
 
-class Lamp : public Object {
- public:
+struct Lamp : Object {
   static const ClassInfo& describeClass();
   const ClassInfo* classInfo() const override { return &describeClass(); }
 
-  std::int16_t Width() const { return width_; }
-  void setWidth(std::int16_t value) { width_ = value; }
-  Variant Tag() const { return tag_; }
-  void setTag(const Variant& value) { tag_ = value; }
-  Lamp* Owner() const { return owner_.get(); }
-  void setOwner(Lamp* value) { owner_ = value; }
-  Ref<Collection> Parts() const { return parts_; }
+  std::int16_t Width() const { return width; }
+  void setWidth(std::int16_t value) { width = value; }
+  Variant Tag() const { return tag; }
+  void setTag(const Variant& value) { tag = value; }
+  Lamp* Owner() const { return owner.get(); }
+  void setOwner(Lamp* value) { owner = value; }
+  Ref<Collection> Parts() const { return parts; }
   String Join(StringView sFirst, const String& sMiddle, Shade eShade, const Variant& vLast) {
     return String(sFirst) + sMiddle + (eShade == Shade::Dark ? u"d" : u"l") +
            (vLast.isMissing() ? u"?" : toText(vLast));
@@ -42,15 +41,13 @@ class Lamp : public Object {
   std::int32_t Reset() { return ++resets; }
   bool HasNone(Ref<ArrayData> vList) const { return vList->size() == 0; }
 
+  std::int16_t width = 0;
+  Variant tag;
+  Ref<Lamp> owner;
+  Ref<Collection> parts = make<Collection>();
+  int resets = 0;
   Event<const Ref<Lamp>&, String, bool&> removing;
   Event<> dimmed;
-  int resets = 0;
-
- private:
-  std::int16_t width_ = 0;
-  Variant tag_;
-  Ref<Lamp> owner_;
-  Ref<Collection> parts_ = make<Collection>();
 };
 
 const ClassInfo& Lamp::describeClass() {
@@ -70,22 +67,15 @@ const ClassInfo& Lamp::describeClass() {
   return info;
 }
 
-class LateBound : public testing::Test {
- protected:
-  using Values = std::vector<Variant>;
-
-  Variant call(StringView name, Values&& values = {}, InvokeKind kind = InvokeKind::MethodOrGet) {
-    return lamp->Invoke(name, kind, values);
-  }
+struct LateBound : testing::Test {
   struct Call {
     StringView name;
-    Values values;
+    std::vector<Variant> values = {};
     InvokeKind kind = InvokeKind::MethodOrGet;
   };
-  void expectFailures(std::int32_t number, std::vector<Call> calls) {
-    for (Call& each : calls)
-      EXPECT_EQ(raised([&] { lamp->Invoke(each.name, each.kind, each.values); }), number)
-          << toUtf8(each.name);
+  Variant call(Call each) { return lamp->Invoke(each.name, each.kind, each.values); }
+  void expectFailures(std::int32_t number, std::initializer_list<Call> calls) {
+    for (const Call& each : calls) EXPECT_EQ(raised([&] { call(each); }), number) << toUtf8(each.name);
   }
 
   Ref<Lamp> lamp = make<Lamp>();
@@ -99,10 +89,10 @@ constexpr auto put = InvokeKind::Put, putRef = InvokeKind::PutRef;
 constexpr auto putOrPutRef = static_cast<InvokeKind>(12);  // what a script asks that does not know
 
 TEST_F(LateBound, ArgumentsTakeTheirDefaultsAndAreWrittenBackWhereByReference) {
-  EXPECT_EQ(call(u"JOIN", {u"a"}).text(), u"a-l?");
-  EXPECT_EQ(call(u"join", {u"a", none, 1, 2.5}).text(), u"a-d2.5");
-  EXPECT_TRUE(call(u"HasNone").boolean());
-  Values whole = {12345, 0, u"10"};
+  EXPECT_EQ(call({u"JOIN", {u"a"}}).text(), u"a-l?");
+  EXPECT_EQ(call({u"join", {u"a", none, 1, 2.5}}).text(), u"a-d2.5");
+  EXPECT_TRUE(call({u"HasNone"}).boolean());
+  std::vector<Variant> whole = {12345, 0, u"10"};
   EXPECT_TRUE(lamp->Invoke(u"Split", InvokeKind::Method, whole).boolean());
   EXPECT_EQ(whole[0].kind(), VariantKind::Long) << "by value";
   EXPECT_EQ(toText(whole[1]) + toText(whole[2]), u"114");
@@ -115,29 +105,29 @@ TEST_F(LateBound, WrongCallsAreRefused) {
   EXPECT_FAILURES(438, {u"Height", {}}, {u"", {}}, {u"Parts", {nullptr}, putRef});
   EXPECT_FAILURES(13, {u"Width", {u"wide"}, put}, {u"Owner", {make<Collection>()}, putRef});
   EXPECT_FAILURES(6, {u"Width", {32768}, put});
-  EXPECT_EQ(lamp->Width(), 0);
+  EXPECT_EQ(lamp->width, 0);
 }
 
 TEST_F(LateBound, PropertiesAreWrittenByValueOrByReference) {
   const auto other = make<Lamp>();
-  call(u"width", {u"12"}, put);
-  EXPECT_EQ(lamp->Width(), 12);
+  call({u"width", {u"12"}, put});
+  EXPECT_EQ(lamp->width, 12);
   for (const InvokeKind kind : {put, putRef, putOrPutRef}) {
-    lamp->setOwner(nullptr);
-    call(u"Owner", {other}, kind);
-    EXPECT_EQ(lamp->Owner(), other.get());
-    call(u"Tag", {other}, kind);
-    EXPECT_EQ(lamp->Tag().object(), other.get());
+    lamp->owner = nullptr;
+    call({u"Owner", {other}, kind});
+    EXPECT_EQ(lamp->owner, other);
+    call({u"Tag", {other}, kind});
+    EXPECT_EQ(lamp->tag.object(), other.get());
   }
-  call(u"Tag", {5}, putOrPutRef);
-  EXPECT_EQ(lamp->Tag().longInteger(), 5);
+  call({u"Tag", {5}, putOrPutRef});
+  EXPECT_EQ(lamp->tag.longInteger(), 5);
   EXPECT_FAILURES(438, {u"Owner", {5}, put}, {u"Owner", {5}, putOrPutRef});  // by reference only
   EXPECT_FAILURES(13, {u"Owner", {5}, putRef});
 }
 
 TEST_F(LateBound, SurplusArgumentsGoToTheDefaultMemberOfTheResult) {
-  lamp->Parts()->Add(u"bulb", u"b");
-  EXPECT_EQ(call(u"Parts", {u"B"}).text(), u"bulb");
+  lamp->parts->Add(u"bulb", u"b");
+  EXPECT_EQ(call({u"Parts", {u"B"}}).text(), u"bulb");
   EXPECT_FAILURES(9, {u"Parts", {2}});
   EXPECT_FAILURES(450, {u"Parts", {1, 2}}, {u"Tag", {1}}, {u"Reset", {1}});
   EXPECT_FAILURES(91, {u"Owner", {1}});
@@ -145,31 +135,23 @@ TEST_F(LateBound, SurplusArgumentsGoToTheDefaultMemberOfTheResult) {
 }
 
 TEST_F(LateBound, AGenericListenerReadsAndWritesTheArguments) {
-  Variant answer = u"True", seen;
-  int failing = 0;
-  const auto watch = Lamp::describeClass().events().at(0).subscribe(*lamp, [&](std::span<Variant> arguments) {
-    EXPECT_EQ(arguments[0].object(), lamp.get());
-    seen = arguments[1];
-    arguments[1] = u"ignored, since it goes by value";
-    arguments[2] = answer;
-    if (failing != 0) throw Error(failing);
-  });
   String why = u"old";
-  const auto raise = [&](bool& cancel) {
+  const auto raise = [&](bool cancel, const Variant& answer, int failing) {
+    const auto listener = [&](std::span<Variant> arguments) {
+      EXPECT_EQ(arguments[0].object(), lamp.get());
+      EXPECT_EQ(arguments[1].text(), u"old");
+      arguments[1] = u"ignored, since it goes by value";
+      arguments[2] = answer;
+      if (failing != 0) throw Error(failing);
+    };
+    const auto watch = Lamp::describeClass().events().at(0).subscribe(*lamp, listener);
     int failure = 0;
     lamp->removing.raise([&] { failure = currentError().number(); }, lamp, why, cancel);
-    EXPECT_TRUE(cancel);
-    EXPECT_EQ(seen.text(), u"old");
-    return failure;
+    return std::pair(failure, cancel);
   };
-  bool cancel = false;
-  EXPECT_EQ(raise(cancel), 0);
-  answer = u"perhaps";
-  EXPECT_EQ(raise(cancel), 13);
-  answer = true;
-  cancel = false;
-  failing = 77;
-  EXPECT_EQ(raise(cancel), 77) << "what it had written counts";
+  EXPECT_EQ(raise(false, u"True", 0), std::pair(0, true));
+  EXPECT_EQ(raise(true, u"perhaps", 0), std::pair(13, true));
+  EXPECT_EQ(raise(false, true, 77), std::pair(77, true)) << "what it had written counts";
 }
 
 TEST(ClassInfo, DescribesWhatTheTableSays) {

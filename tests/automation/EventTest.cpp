@@ -7,16 +7,16 @@
 namespace zelUtilities {
 namespace {
 
-class EventTest : public testing::Test {
- protected:
+struct EventTest : testing::Test {
   using Listened = Event<int&>;
 
   // A listener that writes its name and then does something.
-  Subscription listen(const char* name, std::function<void()> action = nullptr) {
+  Subscription listen(
+      const char* name, std::function<void()> action = [] {}) {
     return event->subscribe([this, name, action](int& value) {
       ++value;
       log += name;
-      if (action) action();
+      action();
     });
   }
   std::string raised() {
@@ -29,12 +29,12 @@ class EventTest : public testing::Test {
   std::unique_ptr<Listened> event = std::make_unique<Listened>();
   std::string log;
   int value = 0;
+  Subscription a, b;
 };
 
 TEST_F(EventTest, OneThatThrowsDoesNotKeepTheOthersFromBeingCalled) {
-  Subscription a;
   a = listen("a", [&] { a.cancel(), throw 1; });
-  Subscription b = listen("b");
+  b = listen("b");
   EXPECT_EQ(raised(), "a!b");
   b = listen("c", [&] { b.cancel(), throw 2; });
   EXPECT_THROW(event->raise([] { throw; }, value), int) << "a handler may raise it again";
@@ -42,7 +42,6 @@ TEST_F(EventTest, OneThatThrowsDoesNotKeepTheOthersFromBeingCalled) {
 }
 
 TEST_F(EventTest, OneThatLeftIsNotCalledAnyMore) {
-  Subscription a, b;
   a = listen("a", [&] { a.cancel(), b.cancel(); });
   b = listen("b");
   const Subscription c = listen("c");
@@ -53,10 +52,10 @@ TEST_F(EventTest, OneThatLeftIsNotCalledAnyMore) {
 
 TEST_F(EventTest, ANewOneIsCalledFromTheNextEventOn) {
   std::vector<Subscription> late;
-  const Subscription a = listen("a", [&] {
+  a = listen("a", [&] {
     for (int i = 0; i < 20; ++i) late.push_back(listen("n"));
   });
-  const Subscription b = listen("b");
+  b = listen("b");
   EXPECT_EQ(raised(), "ab");
   late.resize(1);
   EXPECT_EQ(raised(), "abn");
@@ -64,8 +63,7 @@ TEST_F(EventTest, ANewOneIsCalledFromTheNextEventOn) {
 
 TEST_F(EventTest, AnEventRaisedByAListenerReachesAll) {
   int depth = 0;
-  Subscription b;
-  const Subscription a = listen("a", [&] {
+  a = listen("a", [&] {
     if (++depth == 1) event->raise([] {}, value), b.cancel();
   });
   b = listen("b");
@@ -74,15 +72,15 @@ TEST_F(EventTest, AnEventRaisedByAListenerReachesAll) {
 }
 
 TEST_F(EventTest, MayEndWhileItIsDeliveredAndBeforeItsSubscriptions) {
-  const Subscription a = listen("a", [this] { event.reset(); }), b = listen("b");
+  a = listen("a", [this] { event.reset(); });
+  b = listen("b");
   EXPECT_EQ(raised(), "ab");
 }
 
 TEST_F(EventTest, WhatAListenerHoldsMayUnsubscribeOthersAsItEnds) {
-  auto b = std::make_shared<Subscription>();
-  Subscription a = event->subscribe([held = b](int&) {});
-  *b = listen("b");
-  b.reset();
+  auto held = std::make_shared<Subscription>(listen("b"));
+  a = event->subscribe([held](int&) {});
+  held.reset();
   a = listen("c");  // ends the first listener, and with it the subscription it held
   EXPECT_EQ(raised(), "c");
 }

@@ -1,13 +1,13 @@
 // Values for the differential test, the same in every run.
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <random>
 
 #include "automation/Conversions.h"
 #include "automation/Locale.h"
+#include "automation/Parts.h"
 
 namespace zelUtilities::oracle {
 
@@ -23,9 +23,8 @@ class Generator {
   bool chance(int percent) { return below(100) < percent; }
   // One of the texts divided by "|", with digits for "?", always or in so many cases of a hundred.
   String any(StringView texts) {
-    auto place = below(std::count(texts.begin(), texts.end(), u'|') + 1);
-    while (place-- > 0) texts.remove_prefix(texts.find(u'|') + 1);
-    String text(texts.substr(0, texts.find(u'|')));
+    const std::vector<StringView> parts = partsOf(texts);
+    String text(parts[below(parts.size())]);
     for (char16_t& unit : text)
       if (unit == u'?') unit = static_cast<char16_t>(u'0' + below(10));
     return text;
