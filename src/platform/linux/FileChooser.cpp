@@ -156,7 +156,17 @@ bool hasExtension(StringView path) {
 
 }  // namespace
 
-std::vector<String> openFiles(const FileQuestion& question) { return ask(Purpose::Open, question); }
+// Where a name is typed that nobody has, the user is asked again.
+std::vector<String> openFiles(const FileQuestion& question) {
+  for (;;) {
+    std::vector<String> paths = ask(Purpose::Open, question);
+    for (String& path : paths)
+      if (!question.extension.empty() && !hasExtension(path) && !files().fileExists(path))
+        path += u"." + question.extension;
+    const auto exists = [](const String& path) { return files().fileExists(path); };
+    if (std::all_of(paths.begin(), paths.end(), exists)) return paths;
+  }
+}
 
 String saveFile(const FileQuestion& question) {
   FileQuestion asked = question;
@@ -174,8 +184,11 @@ String selectFolder(StringView title, StringView folder) {
   FileQuestion question;
   question.title = title;
   question.folder = folder;
-  const std::vector<String> paths = ask(Purpose::Folder, question);
-  return paths.empty() ? String() : paths[0];
+  for (;;) {
+    const std::vector<String> paths = ask(Purpose::Folder, question);
+    if (paths.empty()) return {};
+    if (files().folderExists(paths[0])) return paths[0];
+  }
 }
 
 }  // namespace zelUtilities::fileChooser

@@ -20,7 +20,10 @@ using Names = std::vector<String>;
 
 class DesktopOnLinux : public testing::Test {
  protected:
-  DesktopOnLinux() { fs::create_directories(folder); }
+  DesktopOnLinux() {
+    fs::create_directories(folder);
+    for (const char* name : {"a b", "c\nd.txt"}) std::ofstream(bin / name) << "x";
+  }
   ~DesktopOnLinux() override { fs::remove_all(bin); }
 
   // A program that notes its arguments, one a line, and goes on as told.
@@ -51,26 +54,28 @@ class DesktopOnLinux : public testing::Test {
 };
 
 TEST_F(DesktopOnLinux, ZenityAsksForFilesToOpen) {
-  install("zenity", "printf '/a b\\n/c\\nd\\n'");
+  // A name that nobody has first, then one without its extension.
+  install("zenity",
+          "[ -e \"$0.again\" ] && echo \"${0%/*}/a b\n${0%/*}/c\nd\" || echo /none; : > \"$0.again\"");
   question.several = true;
-  EXPECT_EQ(dialogs().openFiles(question), (Names{u"/a b", u"/c\nd"}));
+  EXPECT_EQ(dialogs().openFiles(question), (Names{in("a b"), in("c\nd.txt")}));
   EXPECT_EQ(given("zenity"),
             "--file-selection\n--filename=~/start here/\n--title=A; `title`\n--multiple\n--separator=\n\n"
             "--file-filter=Texts | *.[tT][xX][tT] *.[lL]1\n--file-filter=All   files | *\n");
-  install("zenity", "printf '/a b\\n'");
-  EXPECT_EQ(dialogs().openFiles({}), Names{u"/a b"});
+  install("zenity", "echo \"${0%/*}/a b\"");
+  EXPECT_EQ(dialogs().openFiles({}), Names{in("a b")});
   EXPECT_EQ(given("zenity"), "--file-selection\n--filename=" + current);
 }
 
 TEST_F(DesktopOnLinux, KdialogAsksWhereItIsAloneOrAtHome) {
-  install("kdialog", "printf '/a b\\n'");
-  EXPECT_EQ(dialogs().openFiles(question), Names{u"/a b"});
+  install("kdialog", "case \"$1\" in --title) echo \"${0%/*}/a b\";; *) echo \"${0%/*}/start here\";; esac");
+  EXPECT_EQ(dialogs().openFiles(question), Names{in("a b")});
   EXPECT_EQ(given("kdialog"),
             "--title\nA; `title`\n--getopenfilename\n~/start here/\nTexts (*.txt *.l1) | All   files (*)\n");
   install("zenity", "exit 1");
   EXPECT_EQ(dialogs().openFiles(question), Names{});
   desktopName.set("ubuntu:KDE");
-  EXPECT_EQ(dialogs().selectFolder(u"", u"missing"), u"/a b");
+  EXPECT_EQ(dialogs().selectFolder(u"", u"missing"), in("start here"));
   EXPECT_EQ(given("kdialog"), "--getexistingdirectory\n" + current);
 }
 
