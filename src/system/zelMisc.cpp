@@ -73,8 +73,8 @@ void zel_AppendArray(DoubleArray& daDst, const DoubleArray& daSrc, double dFacto
 String zel_GetEmailMessageDate() {
   String text;
   handled(u"zelMisc.zel_GetEmailMessageDate", [&] {
-    text = format(Variant::date(now().days), u"ddd, d mmm yyyy Hh:Nn:Ss");
-    text += u" " + format(zel_TZGetLocalOffset() * 100, u"0000");
+    text = format(Variant::date(now().days), u"ddd, d mmm yyyy Hh:Nn:Ss") + u" " +
+           format(zel_TZGetLocalOffset() * 100, u"0000");
   });
   return text;
 }
@@ -83,9 +83,9 @@ String zel_GetEmailMessageID() {
   constexpr std::size_t milliseconds = 20;  // where they stand in the time's text
   String text;
   handled(u"zelMisc.zel_GetEmailMessageID", [&] {
-    text = u"<" + format(Variant::date(now().days), u"yyyymmddHhNnSs");
-    text += zel_WinAPIGetSystemTime().substr(milliseconds, 3);
-    text += u"@" + zel_WinAPIComputerNameEX(ComputerNameDnsFullyQualified) + u">";
+    text = u"<" + format(Variant::date(now().days), u"yyyymmddHhNnSs") +
+           zel_WinAPIGetSystemTime().substr(milliseconds, 3) + u"@" +
+           zel_WinAPIComputerNameEX(ComputerNameDnsFullyQualified) + u">";
   });
   return text;
 }

@@ -3,8 +3,8 @@
 //
 //   if (!zel_ShellAndWait(u"\"C:\\Program Files\\Acme\\convert.exe\" /quiet \"a b.txt\"")) ...
 //
-// They keep no state. Failures are logged under "zelMisc." and the operation's name and leave what the result
-// held by then.
+// They keep no state. Failures are logged under "zelMisc." and the operation's name; the result is then "",
+// Empty or False.
 #pragma once
 
 #include <cstdint>

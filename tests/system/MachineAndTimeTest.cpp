@@ -102,6 +102,8 @@ TEST_F(MachineAndTime, FailuresAreLoggedButASystemWithoutAnAnswerIsRaised) {
             "-2147220991|mTimeZone.TZGetLocalName::mTimeZone.LoadTimeZoneInfo|"
             "GetTimeZoneInformation returned an invalid response");
   EXPECT_EQ(reports.taken(), "");
+  EXPECT_EQ(zel_GetEmailMessageDate(), u"");  // no half of it
+  EXPECT_EQ(reports.taken(), "zelMisc.zel_GetEmailMessageDate|-2147220991 ");
 }
 
 TEST_F(MachineAndTime, VersionsHaveTheNamesOfKnownSystemsAndTheServicePack) {
