@@ -1,10 +1,11 @@
 // Listing, copying and deleting a tree of small files, against std::filesystem on the same disk (TMPDIR).
 //
-//   names     the paths of all files in the tree; ours leaves hidden and system files out, which takes a
-//             question to the system for each, as in the row "asked"
-//   details   the same with size and date of each, as a list that finds files by path
-//   copy      the whole tree, with attributes and dates
-//   delete    the whole tree
+//   everything  the paths of all files in the tree, hidden ones too
+//   names       those that are neither hidden nor system files; the peer does not know these, which takes a
+//               question to the system for each, as in the row "asked"
+//   details     the same with size and date of each, as a list that finds files by path
+//   copy        the whole tree, with attributes and dates
+//   delete      the whole tree
 #include <sys/xattr.h>
 
 #include <filesystem>
@@ -74,12 +75,12 @@ String windows(const fs::path& path) {
 }
 
 template <class Receiver>
-void eachFile(const String& top, const Receiver& receive) {
+void eachFile(const String& top, std::uint32_t attributes, const Receiver& receive) {
   std::vector<String> folders{top};
   while (!folders.empty()) {
     const String folder = std::move(folders.back()) + u"\\";
     folders.pop_back();
-    for (const FileEntry& entry : files().findAll(folder + u"*", FileAttribute::Folder)) {
+    for (const FileEntry& entry : files().findAll(folder + u"*", attributes)) {
       if (entry.isFolder) {
         folders.push_back(folder + entry.name);
       } else {
@@ -89,16 +90,20 @@ void eachFile(const String& top, const Receiver& receive) {
   }
 }
 
-void namesByZel(benchmark::State& state) {
+constexpr std::uint32_t visible = FileAttribute::Folder;
+constexpr std::uint32_t everything = visible | FileAttribute::Hidden | FileAttribute::System;
+
+void namesByZel(benchmark::State& state, std::uint32_t attributes) {
   const String top = windows(tree(state.range(0)));
   for (auto _ : state) {
     std::vector<String> names;
-    eachFile(top, [&](String path) { names.push_back(std::move(path)); });
+    eachFile(top, attributes, [&](String path) { names.push_back(std::move(path)); });
     require(names.size() == static_cast<std::size_t>(state.range(0)), "names");
   }
   countItems(state, state.range(0));
 }
-BENCHMARK(namesByZel)->Name("names/tree/zel")->Arg(10000)->Arg(100000);
+BENCHMARK_CAPTURE(namesByZel, everything, everything)->Name("everything/tree/zel")->Arg(10000)->Arg(100000);
+BENCHMARK_CAPTURE(namesByZel, visible, visible)->Name("names/tree/zel")->Arg(10000)->Arg(100000);
 
 void namesByStd(benchmark::State& state) {
   const fs::path& top = tree(state.range(0));
@@ -110,6 +115,7 @@ void namesByStd(benchmark::State& state) {
   }
   countItems(state, state.range(0));
 }
+BENCHMARK(namesByStd)->Name("everything/tree/std")->Arg(10000)->Arg(100000);
 BENCHMARK(namesByStd)->Name("names/tree/std")->Arg(10000)->Arg(100000);
 
 // The least that such a question costs: no more than whether the file has any extended attributes.
@@ -130,7 +136,7 @@ void detailsByZel(benchmark::State& state) {
   const String top = windows(tree(state.range(0)));
   for (auto _ : state) {
     const auto list = make<zelFileList>();
-    eachFile(top, [&](const String& path) { list->Create(path); });
+    eachFile(top, visible, [&](const String& path) { list->Create(path); });
     require(list->Count() == state.range(0) && list->Item(std::int32_t{1})->Size() > 0, "details");
   }
   countItems(state, state.range(0));
