@@ -1,15 +1,12 @@
 // What the data list's tests speak in: a log of events, trees as text and a check of a list's invariants.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <set>
 #include <vector>
 
 #include "automation/Raised.h"
 #include "datalist/zelNodeList.h"
-#include "support/Reports.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 

@@ -1,7 +1,7 @@
 #include "datalist/NodeListFixture.h"
 #include "support/FailingFiles.h"
 #include "support/RecordingDialogs.h"
-#include "support/ScratchFolder.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 namespace {

@@ -32,7 +32,7 @@ struct Row {
 
 class FileContents : public FilesFixture {
  protected:
-  ~FileContents() override { EXPECT_THAT(logged, testing::IsEmpty()) << "whatever the mode"; }
+  ~FileContents() override { EXPECT_THAT(logged, IsEmpty()) << "whatever the mode"; }
 
   template <class Bytes, class Text>
   void expectRows(const std::vector<Row>& rows, const Bytes& ofBytes, const Text& ofText) {
@@ -68,7 +68,7 @@ TEST_F(FileContents, EveryByteComesBackFromTextInTheCodePage) {
   zel_PutFileContentsFromString(u"x\u4E2D", path(u"b.txt"));
   EXPECT_EQ(bytesIn(u"b.txt"), "x?");
   const Variant contents = zel_GetFileContents(put(u"a.txt", {"\0\xFFz", 3}));
-  EXPECT_THAT(contents.array().bytes(), testing::ElementsAre(0, 255, 'z'));
+  EXPECT_THAT(contents.array().bytes(), ElementsAre(0, 255, 'z'));
   EXPECT_EQ(contents.array().bounds().at(0).lower, 0);
 }
 

@@ -6,12 +6,10 @@
 #include "files/zelFileList.h"
 #include "files/zelFiles.h"
 #include "platform/LateBound.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 namespace {
-
-using testing::ElementsAre;
 
 class FileLists : public FilesFixture {};
 
@@ -140,8 +138,8 @@ TEST_F(FileDialogs, CancellingIsEmptyAndAFailureIsLoggedBesides) {
   EXPECT_TRUE(logged.empty());
   fails = true;
   EXPECT_EQ(answers(), "|||");
-  EXPECT_THAT(logged, testing::ElementsAre("zelFiles.zel_GetOpenFilename", "zelFiles.zel_GetSaveAsFilename",
-                                           "zelFiles.zel_SelectFolder", "zelFiles.zel_GetOpenFilename"));
+  EXPECT_THAT(logged, ElementsAre("zelFiles.zel_GetOpenFilename", "zelFiles.zel_GetSaveAsFilename",
+                                  "zelFiles.zel_SelectFolder", "zelFiles.zel_GetOpenFilename"));
 }
 
 }  // namespace

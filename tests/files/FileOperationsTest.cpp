@@ -4,8 +4,6 @@
 namespace zelUtilities {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::MatchesRegex;
 
 constexpr int noOverwrite = ZEL_CopyFlags_NoOverwrite, noMakePath = ZEL_CopyFlags_NoMakePath,

@@ -1,8 +1,6 @@
 // FilesFixture: a folder of the test's own, the message boxes that are shown, and what is logged.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <functional>
 #include <optional>
 
@@ -12,7 +10,7 @@
 #include "platform/Dialogs.h"
 #include "support/FailingFiles.h"
 #include "support/FileTree.h"
-#include "support/RaisedError.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 

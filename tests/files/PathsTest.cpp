@@ -2,12 +2,10 @@
 #include "files/zelFiles.h"
 #include "platform/Registry.h"
 #include "support/MemoryRegistry.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 namespace {
-
-using testing::ElementsAre;
 
 class Paths : public FilesFixture {};
 

@@ -1,14 +1,10 @@
 #include "globalization/zelGlobalization.h"
 
-#include <gmock/gmock.h>
-
 #include "automation/Collection.h"
 #include "platform/Files.h"
 #include "support/FailingFiles.h"
-#include "support/Reports.h"
-#include "support/ScratchFolder.h"
-#include "support/Spelled.h"
 #include "support/TestControl.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 namespace {
@@ -96,8 +92,8 @@ TEST_F(Globalization, CreateIfMissingAddsWhatIsAskedFor) {
 
 TEST_F(Globalization, WhatIsSavedIsLoadedAgain) {
   const StringView rows[] = {
-      u"plain", u"it's \"quoted\"", u"a & b < c > d &amp; e",          u"left|right", u"Gr\u00F6\u00DFe",
-      u"12.5",  u" at the ends ",   u"5 \u20AC \u2013 \u201Call\u201D"};
+      u"plain", u"it's \"quoted\"", u"a & b < c > d &amp; e",           u"left|right", u"Gr\u00F6\u00DFe",
+      u"12.5",  u" at the ends ",   u"5 \u20AC \u2013 \u201Call\u201D", u"  ",         u" < "};
   auto saved = table();
   for (const StringView& text : rows)
     saved->Translate(u"S", u"C \">", decimalText(&text - rows), u"Caption", text);
@@ -117,7 +113,7 @@ TEST_F(Globalization, WhatTheFileCannotCarryIsRefused) {
   }
   write("old");
   EXPECT_FALSE(table(u"C", u"\u4E2D")->Save(file));
-  EXPECT_THAT(reports.taken(), testing::StartsWith("Save|-2147221503|The code page"));
+  EXPECT_THAT(reports.taken(), StartsWith("Save|-2147221503|The code page"));
   FailingFiles disk("replaceWhole", ErrorNumber::DiskFull);
   const Replaced<Files> replaced(disk);
   EXPECT_FALSE(table()->Save(file));
@@ -256,7 +252,7 @@ TEST_F(ControlTexts, WhatIsNoCollectionIsLogged) {
   make<zelGlobalization>()->TranslateControls(u"F", {});
   make<zelGlobalization>()->TranslateControls(u"F", control(u"Label", {}));
   EXPECT_THAT(reports.taken(),
-              testing::StartsWith("TranslateControls|91|Object variable not set TranslateControls|438|"));
+              StartsWith("TranslateControls|91|Object variable not set TranslateControls|438|"));
 }
 
 }  // namespace

@@ -1,12 +1,9 @@
 // Forms and their controls: what is done to them, and where forms come back.
-#include <gtest/gtest.h>
-
 #include "automation/Collection.h"
 #include "support/MemoryRegistry.h"
-#include "support/RaisedError.h"
 #include "support/RecordingDesktop.h"
-#include "support/Reports.h"
 #include "support/TestControl.h"
+#include "support/Testing.h"
 #include "system/zelApp.h"
 #include "system/zelControls.h"
 #include "system/zelRegistry.h"

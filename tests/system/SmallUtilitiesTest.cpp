@@ -1,15 +1,10 @@
 // The modules of small utilities.
-#include <gtest/gtest.h>
-
 #include "automation/Collection.h"
 #include "automation/Format.h"
 #include "platform/Files.h"
-#include "support/RaisedError.h"
 #include "support/RecordingDesktop.h"
 #include "support/RecordingDialogs.h"
-#include "support/Reports.h"
-#include "support/ScratchFolder.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 #include "system/zelConversions.h"
 #include "system/zelHelp.h"
 #include "system/zelMisc.h"

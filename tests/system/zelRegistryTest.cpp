@@ -1,12 +1,8 @@
 #include "system/zelRegistry.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/LateBound.h"
 #include "support/MemoryRegistry.h"
-#include "support/RaisedError.h"
-#include "support/Reports.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 namespace {

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "automation/Error.h"
 #include "support/PieceStream.h"
-#include "support/Reports.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 #include "text/zelSAXExtractor.h"
 
 namespace zelUtilities {

@@ -1,9 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "automation/ArrayData.h"
 #include "automation/Calendar.h"
 #include "automation/LocaleGuard.h"
-#include "support/Reports.h"
+#include "support/Testing.h"
 #include "text/zelSQL.h"
 
 namespace zelUtilities {

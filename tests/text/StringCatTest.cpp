@@ -1,16 +1,12 @@
 #include "text/zelStringCat.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "automation/ClassInfo.h"
 #include "automation/Collection.h"
 #include "foundation/LogFixture.h"
 #include "platform/LateBound.h"
-#include "support/RaisedError.h"
-#include "support/Reports.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 #include "support/XmlTexts.h"
 
 namespace zelUtilities {

@@ -1,6 +1,4 @@
 // XML texts and dates, and documents as clients load and read them, with the system's parser or its stand-in.
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "automation/Calendar.h"
@@ -10,10 +8,8 @@
 #include "platform/Files.h"
 #include "platform/LateBound.h"
 #include "platform/TimeZone.h"
-#include "support/RaisedError.h"
 #include "support/RecordingDialogs.h"
-#include "support/ScratchFolder.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 #include "text/TextClasses.h"
 #include "text/TextSearch.h"
 #include "text/XmlDates.h"

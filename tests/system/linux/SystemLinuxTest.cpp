@@ -1,15 +1,11 @@
 // Programs as they are started on Linux, and the zone's name and offset beside the C library's, zone by zone.
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <ctime>
 #include <sstream>
 
 #include "automation/Calendar.h"
 #include "platform/Files.h"
-#include "support/Reports.h"
-#include "support/ScratchFolder.h"
-#include "support/Spelled.h"
+#include "support/Testing.h"
 #include "system/mTimeZone.h"
 #include "system/zelMisc.h"
 

@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include "platform/Files.h"
-#include "support/Reports.h"
+#include "support/Testing.h"
 #include "system/zelMisc.h"
 
 namespace zelUtilities {
