@@ -2,6 +2,7 @@
 // itself.
 #include <gtest/gtest.h>
 
+#include "platform/Desktop.h"
 #include "platform/windows/ComErrors.h"
 #include "platform/windows/OwnedVariant.h"
 #include "platform/windows/VariantConversion.h"
@@ -94,13 +95,9 @@ TEST_F(CppClient, NamesArguments) {
 }
 
 TEST_F(CppClient, TellsOfItsTypeAndItsErrors) {
-  const auto object = dispatchOf(create(u"zelNodeList"));
-  ComRef<ITypeInfo> information;
-  ASSERT_EQ(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, information.receive()), S_OK);
-  BSTR name = nullptr;
-  information->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-  EXPECT_EQ(utf8(name), "_zelNodeList");
-  SysFreeString(name);
+  const LateBound list = create(u"zelNodeList");
+  EXPECT_EQ(className(*list.get()), u"zelNodeList");
+  const auto object = dispatchOf(list);
   EXPECT_EQ(query<ISupportErrorInfo>(object.get())->InterfaceSupportsErrorInfo(IID_IDispatch), S_OK);
 
   ComRef<IEnumConnectionPoints> points;
@@ -118,9 +115,7 @@ TEST_F(CppClient, SurvivesImpossibleCalls) {
   const auto invoke = [&](DISPID id, DISPPARAMS* parameters) {
     return object->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, parameters, nullptr, nullptr, nullptr);
   };
-  DISPPARAMS none{};
-  DISPPARAMS lying{nullptr, nullptr, 3, 0};
-  DISPPARAMS tooManyNames{nullptr, nullptr, 0, 3};
+  DISPPARAMS none{}, lying{nullptr, nullptr, 3, 0}, tooManyNames{nullptr, nullptr, 0, 3};
   EXPECT_EQ(invoke(999, nullptr), E_INVALIDARG);
   EXPECT_EQ(invoke(999, &none), DISP_E_MEMBERNOTFOUND);
   EXPECT_EQ(invoke(0, &lying), DISP_E_EXCEPTION);
@@ -141,14 +136,11 @@ void countAllocations() {
       reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"msvcrt.dll"), "malloc")));
   const auto* headers =
       reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-  const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-  for (auto* module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports); module->Name; ++module) {
-    for (auto* slot = reinterpret_cast<decltype(allocate)*>(base + module->FirstThunk); *slot; ++slot) {
-      DWORD before = 0;
-      if (*slot != allocate || !VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &before)) continue;
-      *slot = &countedAllocate;
-    }
-  }
+  const auto& table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
+  auto* imports = reinterpret_cast<decltype(allocate)*>(base + table.VirtualAddress);
+  DWORD before = 0;
+  VirtualProtect(imports, table.Size, PAGE_READWRITE, &before);
+  std::replace(imports, imports + table.Size / sizeof allocate, allocate, &countedAllocate);
 }
 
 TEST_F(CppClient, AllocatesNothingWhereNoObjectOrTextIsReturned) {
