@@ -163,11 +163,9 @@ void writeSection(const zelNode& section, zelStringCat& out) {
 }  // namespace
 
 std::unique_ptr<TranslationFile> readTranslationFile(const String& sFilename) {
-  const Ref<Object> document = mXML::LoadXMLDocument(sFilename, true, false);
+  const Ref<Object> document = mXML::LoadXMLDocument(sFilename, true, false, true);
   const Ref<Object> root = document ? objectProperty(*document, u"documentElement") : nullptr;
   if (!root) return {};
-  Variant preserve[] = {true};  // blanks at the ends of texts
-  document->Invoke(u"preserveWhiteSpace", InvokeKind::Put, preserve);
   TranslationReader reader(refersToCodePage(sFilename));
   reader.readDocument(*root);
   return std::make_unique<TranslationFile>(std::move(reader.result()));

@@ -37,9 +37,10 @@ void setIfSupported(const Ref<Object>& document, StringView name, bool setting) 
 }
 
 // Loads what the caller names and nothing that the text names.
-bool loads(const Ref<Object>& document, StringView source, bool isFileName) {
+bool loads(const Ref<Object>& document, StringView source, bool isFileName, bool preservesWhiteSpace) {
   setIfSupported(document, u"async", false);
   setIfSupported(document, u"resolveExternals", false);
+  if (preservesWhiteSpace) setIfSupported(document, u"preserveWhiteSpace", true);
   return toBoolean(call(document, isFileName ? u"load" : u"loadXML", source));
 }
 
@@ -105,11 +106,12 @@ Ref<Object> attributeOf(const Ref<Object>& node, StringView name) {
 
 }  // namespace
 
-Ref<Object> LoadXMLDocument(StringView sXMLSource, bool bIsFileName, bool bRaiseError) {
+Ref<Object> LoadXMLDocument(StringView sXMLSource, bool bIsFileName, bool bRaiseError,
+                            bool bPreserveWhiteSpace) {
   String reason;
   try {
     Ref<Object> document = CreateNamedObject(u"MSXML.DOMDocument", u"Missing Component");
-    if (loads(document, sXMLSource, bIsFileName)) return document;
+    if (loads(document, sXMLSource, bIsFileName, bPreserveWhiteSpace)) return document;
     reason = XMLParseErrorText(document);
   } catch (...) {
     if (bRaiseError) raiseChained(u"mXML.LoadXMLDocument");

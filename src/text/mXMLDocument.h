@@ -22,8 +22,10 @@ inline constexpr std::int32_t xmlError = objectErrorBase + 1513;
 
 // The document that a text holds, or the file or address that it names; loaded when this returns. What does
 // not load raises xmlError, with no source and XMLParseErrorText as the description. Without bRaiseError
-// every failure gives nothing. Where there is no parser at all, a message box says so.
-Ref<Object> LoadXMLDocument(StringView sXMLSource, bool bIsFileName = false, bool bRaiseError = true);
+// every failure gives nothing. Where there is no parser at all, a message box says so. White space alone in
+// an element, or at the ends of its text, is left out unless it is to be preserved.
+Ref<Object> LoadXMLDocument(StringView sXMLSource, bool bIsFileName = false, bool bRaiseError = true,
+                            bool bPreserveWhiteSpace = false);
 
 // Why the document did not load, in lines of reason, source text, address, place and code, without those that
 // the parser does not know; "" for a document without a parse error object.
