@@ -39,6 +39,13 @@ Ref<ArrayData> appended(const Ref<ArrayData>& target, const Ref<ArrayData>& sour
   return grown;
 }
 
+// The present, cut to the second as clocks show it: formatting would round it up.
+Variant presentSecond() {
+  constexpr double millisecondsPerDay = 86400000;
+  const auto total = static_cast<std::int64_t>(std::llround(now().days * millisecondsPerDay));
+  return Variant::date(static_cast<double>(total - total % 1000) / millisecondsPerDay);
+}
+
 // A process takes a line that ends at its first NUL, and would be started with half of it.
 void requireCommandLine(StringView line) {
   if (trimBlanks(line).empty() || line.find(u'\0') != StringView::npos)
@@ -73,7 +80,7 @@ void zel_AppendArray(DoubleArray& daDst, const DoubleArray& daSrc, double dFacto
 String zel_GetEmailMessageDate() {
   String text;
   handled(u"zelMisc.zel_GetEmailMessageDate", [&] {
-    text = format(Variant::date(now().days), u"ddd, d mmm yyyy Hh:Nn:Ss") + u" " +
+    text = format(presentSecond(), u"ddd, d mmm yyyy Hh:Nn:Ss") + u" " +
            format(zel_TZGetLocalOffset() * 100, u"0000");
   });
   return text;
@@ -83,7 +90,7 @@ String zel_GetEmailMessageID() {
   constexpr std::size_t milliseconds = 20;  // where they stand in the time's text
   String text;
   handled(u"zelMisc.zel_GetEmailMessageID", [&] {
-    text = u"<" + format(Variant::date(now().days), u"yyyymmddHhNnSs") +
+    text = u"<" + format(presentSecond(), u"yyyymmddHhNnSs") +
            zel_WinAPIGetSystemTime().substr(milliseconds, 3) + u"@" +
            zel_WinAPIComputerNameEX(ComputerNameDnsFullyQualified) + u">";
   });
