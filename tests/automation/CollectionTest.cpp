@@ -6,8 +6,10 @@
 #include <functional>
 #include <random>
 
+#include "automation/Conversions.h"
 #include "automation/FailingMemory.h"
 #include "automation/Raised.h"
+#include "automation/Results.h"
 
 namespace zelUtilities {
 namespace {
@@ -30,16 +32,14 @@ TEST(Collection, AnswersByPositionAndByKeyInAnyCase) {
   items->Add(u"Arial", u"Font");
   items->Add(u"no key");
   items->Add(u"empty", u"");
-  EXPECT_EQ(items->Item(u"FONT").text(), u"Arial");
-  EXPECT_EQ(items->Item(u"").text(), u"empty");
-  EXPECT_EQ(items->Item(2.4).text(), u"no key");
   EXPECT_EQ(raised([&] { items->Add(1, u"fonT"); }), 457);
   EXPECT_EQ(raised([&] { items->Add(1, 5); }), 13);
-  EXPECT_EQ(items->Count(), 3);
-  EXPECT_EQ(raised([&] { items->Item(u"2"); }), 5) << "a text is a key, never a position";
-  EXPECT_EQ(raised([&] { items->Item(0); }), 9);
   EXPECT_EQ(raised([&] { items->Remove(4); }), 9);
-  EXPECT_EQ(raised([&] { items->Item(Variant::date(1)); }), 13);
+  EXPECT_EQ(items->Count(), 3);
+  // A text is a key, never a position.
+  const auto item = [&](const Variant& key) { return toText(items->Item(key)); };
+  EXPECT_EQ(results(item, u"FONT||2", 2.4, 0, 4, Variant::date(1)),
+            "Arial|empty|error 5|no key|error 9|error 9|error 13");
 }
 
 // A collection beside a plain list of its items, which are numbers that grow: the next item of an enumerator
@@ -148,6 +148,44 @@ TEST(Collection, AnAdditionThatFindsNoMemoryChangesNothing) {
       ASSERT_EQ(items->at(count)->longInteger(), size + 1);
       ASSERT_EQ(items->tryAdd(item, key.text()), !added);
     }
+  }
+}
+
+// What an index of keys is asked for.
+struct Element {
+  String key;
+  std::uint32_t hash;
+  bool indexed = false;
+  StringView keyText() const { return key; }
+  std::uint32_t keyHash() const { return hash; }
+};
+
+// Keys that share a few hashes, those at the ends of the table among them, make long runs that wrap round.
+TEST(KeyIndex, FindsWhatIsThereThroughRandomChangesAndCollisions) {
+  constexpr std::uint32_t hashes[] = {0, 1, 2, 0x7FFFFFFF, 0xC0000000, 0xFFFFFFFE, 0xFFFFFFFF};
+  std::vector<Element> elements;
+  for (int i = 0; i < 120; ++i) elements.push_back({u"Key" + decimalText(i), hashes[i % 7] ^ (i % 5 == 0)});
+  KeyIndex<Element> index;
+  std::mt19937 random(4711);
+  for (int step = 0; step < 4000; ++step) {
+    Element& element = elements[random() % elements.size()];
+    const bool growing = step % 1000 < 500, rarely = random() % 4 == 0;
+    if (step % 1500 == 1499) {
+      index.clear();
+      for (Element& each : elements) each.indexed = false;
+      index.reserve(static_cast<std::size_t>(step / 1500) + 1);  // for 1, then for 2
+    } else if (element.indexed != (growing != rarely)) {
+      element.indexed ? index.erase(&element) : index.insert(&element);
+      element.indexed = !element.indexed;
+    } else if (!element.indexed) {
+      index.erase(&element);  // one that is not there is nobody's loss
+    }
+    std::size_t count = 0;
+    for (Element& each : elements) {
+      count += each.indexed;
+      ASSERT_EQ(index.find(u"kEY" + each.key.substr(3), each.hash), each.indexed ? &each : nullptr) << step;
+    }
+    ASSERT_EQ(index.size(), count);
   }
 }
 

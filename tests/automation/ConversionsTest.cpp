@@ -4,13 +4,12 @@
 
 #include <cmath>
 #include <limits>
-#include <sstream>
 
 #include "automation/ArrayData.h"
 #include "automation/LeadingNumber.h"
 #include "automation/LocaleGuard.h"
-#include "automation/Parts.h"
 #include "automation/Raised.h"
+#include "automation/Results.h"
 
 namespace zelUtilities {
 namespace {
@@ -26,28 +25,6 @@ struct Holder : Object {
 
 const Variant noArray = ArrayData::ofVariants({});
 constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
-
-// What the conversion makes of the values, divided by "|"; of one that it refuses it is the error. A text
-// holds several values, divided by "|" too.
-template <class Conversion, class... Values>
-std::string results(const Conversion& convert, const Values&... values) {
-  std::ostringstream all;
-  all.precision(17);
-  for (const Variant& value : {Variant(values)...}) {
-    for (const StringView text : partsOf(value.isString() ? value.text() : u"")) {
-      try {
-        const auto result = convert(value.isString() ? text : value);
-        if constexpr (std::is_same_v<decltype(result), const String>)
-          all << "|" << toUtf8(result);
-        else
-          all << "|" << +result;
-      } catch (const Error& error) {
-        all << "|error " << error.number();
-      }
-    }
-  }
-  return all.str().substr(1);
-}
 
 // The exponent is chosen by the digits that a plain number takes.
 TEST(ToText, WritesFifteenDigitsOfADoubleAndSevenOfASingle) {

@@ -7,7 +7,7 @@
 #include "automation/Calendar.h"
 #include "automation/Conversions.h"
 #include "automation/LocaleGuard.h"
-#include "automation/Parts.h"
+#include "automation/Results.h"
 
 namespace zelUtilities {
 namespace {
@@ -67,9 +67,7 @@ TEST(DateReading, RefusesEverythingElse) {
 }
 
 TEST(DateTest, TakesDatesAndTextsThatReadAsOne) {
-  EXPECT_TRUE(isDate(Variant::date(0)) && isDate(u"3/5/2007"));
-  for (const Variant& value : {Variant(u"39146"), Variant(39146), Variant(), Variant(nullptr)})
-    EXPECT_FALSE(isDate(value));
+  EXPECT_EQ(results(isDate, Variant::date(0), u"3/5/2007|39146", 39146, Variant(), nullptr), "1|1|0|0|0|0");
 }
 
 TEST(Calendar, WritesBackEveryDateItReads) {

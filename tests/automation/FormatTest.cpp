@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "automation/ArrayData.h"
-#include "automation/Error.h"
 #include "automation/LocaleGuard.h"
+#include "automation/Results.h"
 
 namespace zelUtilities {
 namespace {
@@ -143,10 +143,11 @@ TEST(Format, EveryLayoutOfCurrencyIsKnown) {
 TEST(Format, GivesTheTextOfAnyKindForAnEmptyPatternAndRefusesWhatHasNone) {
   EXPECT_FORMATS({0, u"", u"0"}, {true, u"", u"True"}, {u"abc", u"", u"abc"}, {Variant::null(), u"", u""},
                  {Variant::missing(), u"", u"Error 448"});
-  for (const Variant& value : {Variant(ArrayData::ofVariants({})), Variant::error(5), Variant(nullptr)})
-    EXPECT_THROW(format(value, u"0"), Error);
-  for (const Variant& value : {Variant(1e10), Variant::date(1e300)})
-    EXPECT_THROW(format(value, u"yyyy"), Error);
+  const auto asNumber = [](const Variant& value) { return format(value, u"0"); };
+  EXPECT_EQ(results(asNumber, ArrayData::ofVariants({}), Variant::error(5), nullptr),
+            "error 13|error 13|error 91");
+  const auto asYear = [](const Variant& value) { return format(value, u"yyyy"); };
+  EXPECT_EQ(results(asYear, 1e10, Variant::date(1e300)), "error 6|error 6");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include "automation/Conversions.h"
 #include "automation/Locale.h"
-#include "automation/Parts.h"
+#include "automation/Results.h"
 
 namespace zelUtilities::oracle {
 
