@@ -90,9 +90,6 @@ class FilesContract : public testing::Test {
   const String folder_ = u"files-contract";
 };
 
-#define SKIP_WITHOUT_ATTRIBUTES() \
-  if (!keepsAttributes()) GTEST_SKIP() << "the file system keeps no attributes"
-
 TEST_F(FilesContract, ContentsComeBackByteForByte) {
   std::string every;
   for (int i = 0; i < 256; ++i) every.push_back(static_cast<char>(i));
@@ -119,18 +116,13 @@ TEST_F(FilesContract, AnOpenFileIsReadPieceByPieceUpToWhereItEnded) {
   EXPECT_EQ(raised([&] { files().open(in(u"none")); }), ErrorNumber::FileNotFound);
 }
 
-TEST_F(FilesContract, NamesInOtherLettersAndScriptsAreKept) {
+TEST_F(FilesContract, NamesAreKeptInEveryScriptAndFoundInAnyLetterCaseAndWithBothSeparators) {
   const String name = u"Gr\u00F6\u00DFe \u65E5\u672C \u20AC.txt";
   files().replaceWhole(in(name), "x");
-  EXPECT_EQ(files().findFirst(in(name)), name);
-  EXPECT_EQ(files().findFirst(in(u"*")), name);
-}
-
-TEST_F(FilesContract, NamesAreFoundInAnyLetterCaseAndWithBothSeparators) {
+  EXPECT_EQ(files().findFirst(in(u"GR*")), name);
   given("Data\\ Data\\Settings.INI");
   EXPECT_TRUE(files().fileExists(in(u"DATA/settings.ini")));
   EXPECT_EQ(files().findFirst(in(u"data\\SETTINGS.ini")), u"Settings.INI");
-  EXPECT_EQ(files().readWhole(folder_ + u"/data\\settings.ini"), "x");
   expectRows({{"Data\\ Data\\A", "replace", "data/a", "", 0, "Data\\ Data\\A=new"},
               {"Data\\ Data\\A", "remove", "DATA\\a", "", 0, "Data\\"}});
 }
@@ -175,21 +167,17 @@ TEST_F(FilesContract, AFolderIsNoFile) {
 
 TEST_F(FilesContract, WildcardsFindTheFirstNameInOrder) {
   given("a.ini b.txt C.txt noextension");
-  for (const auto& [pattern, found] : std::vector<std::pair<StringView, StringView>>{{u"*.txt", u"b.txt"},
-                                                                                     {u"?.TXT", u"b.txt"},
-                                                                                     {u"*.*", u"a.ini"},
-                                                                                     {u"", u"a.ini"},
-                                                                                     {u"no*", u"noextension"},
-                                                                                     {u"*.doc", u""},
-                                                                                     {u"none\\*", u""}})
-    EXPECT_EQ(files().findFirst(in(pattern)), found);
+  String found;
+  for (const StringView pattern : {u"*.txt", u"?.TXT", u"*.*", u"", u"no*", u"*.doc", u"none\\*"})
+    found.append(files().findFirst(in(pattern))).append(u"|");
+  EXPECT_EQ(found, u"b.txt|b.txt|a.ini|a.ini|noextension|||");
   EXPECT_EQ(files().findAll(in(u"*.txt")), (std::vector<FileEntry>{{u"b.txt"}, {u"C.txt"}}));
   EXPECT_EQ(files().findAll(in(u"a.ini")), (std::vector<FileEntry>{{u"a.ini"}}));
   EXPECT_TRUE(files().findAll(in(u"*.doc")).empty());
 }
 
 TEST_F(FilesContract, HiddenAndSystemFilesAreSeenOnlyWhenAskedFor) {
-  SKIP_WITHOUT_ATTRIBUTES();
+  if (!keepsAttributes()) GTEST_SKIP() << "the file system keeps no attributes";
   for (const std::uint32_t attribute : {FileAttribute::Hidden, FileAttribute::System}) {
     given(attribute == FileAttribute::Hidden ? "a:h" : "a:s");
     EXPECT_EQ(files().attributes(in(u"a")) & ~FileAttribute::Archive, attribute);
