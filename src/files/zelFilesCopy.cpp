@@ -1,5 +1,6 @@
 // Copying, and the folders that it needs.
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 #include <vector>
 
@@ -151,19 +152,26 @@ void showPathError(StringView header, StringView path, const Error* error = null
   messageBox(text, u"Path Error", MessageBoxStyle::Exclamation);
 }
 
-// Creates the folders that are missing on the way to the last one.
+// Creates the folders that are missing on the way to the last one. Mostly that is the last one alone, so what
+// is there is looked for from the end.
 void createFolders(StringView path) {
   // A machine and its first shared folder are nothing that can be created.
   std::size_t at = path.starts_with(u"\\\\") ? path.find(u'\\', 2) : path.find(u'\\');
-  String created(path.substr(0, at));
+  String whole(path.substr(0, at));
+  std::vector<std::size_t> ends;  // in it, of each folder
   while (at < path.size()) {
     const std::size_t begin = at + 1;
     at = std::min(path.find(u'\\', begin), path.size());
     if (at == begin) continue;
-    created += u"\\";
-    created += path.substr(begin, at - begin);
-    if (!zel_IsFolder(created)) files().createFolder(created);
+    whole += u"\\";
+    whole += path.substr(begin, at - begin);
+    ends.push_back(whole.size());
   }
+  const auto isThere = [&](std::size_t end) { return zel_IsFolder(StringView(whole).substr(0, end)); };
+  auto missing = ends.end();
+  while (missing != ends.begin() && !isThere(*std::prev(missing))) --missing;
+  for (; missing != ends.end(); ++missing)
+    if (!isThere(*missing)) files().createFolder(StringView(whole).substr(0, *missing));
 }
 
 }  // namespace
