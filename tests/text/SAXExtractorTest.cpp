@@ -56,6 +56,7 @@ TEST_F(SAXExtractor, WritesEachTargetAnew) {
 TEST_F(SAXExtractor, KeepsTheLastTarget) {
   extracted(u"a", u"<r><a>1</a><a>2</a></r>");
   EXPECT_EQ(extracted(u"a", u"<r><a>3"), "error in line 1\nFalse");
+  EXPECT_EQ(reports.taken().rfind("Parse|"), 0U);
   EXPECT_EQ(extractor->GetTargetXML(), u"<a>\r\n2</a>\r\n");
   EXPECT_EQ(propertiesOf(*extractor->GetDOM(), u"text"), "2");
 }
