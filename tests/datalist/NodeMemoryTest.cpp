@@ -3,35 +3,31 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <span>
 
 namespace zelUtilities {
 namespace {
-
-struct Taken {
-  NodeMemory::Block block;
-  std::string filling;
-};
 
 // Blocks of a memory, each filled with bytes of its own, which must still be there when it is freed.
 class NodeMemoryTest : public testing::Test {
  protected:
   void take(std::size_t count, std::size_t bytes) {
     for (; count > 0; --count) {
-      taken.push_back({memory.allocate(bytes), std::string(bytes, static_cast<char>(taken.size()))});
-      std::memcpy(taken.back().block.place, taken.back().filling.data(), bytes);
+      taken.emplace_back(memory.allocate(bytes), std::string(bytes, static_cast<char>(taken.size())));
+      std::memcpy(taken.back().first.place, taken.back().second.data(), bytes);
     }
   }
-  void free(std::size_t at, std::size_t count = 1) {
-    const auto first = taken.begin() + static_cast<std::ptrdiff_t>(at);
-    for (auto freed = first; freed != first + static_cast<std::ptrdiff_t>(count); ++freed) {
-      ASSERT_EQ(std::memcmp(freed->block.place, freed->filling.data(), freed->filling.size()), 0);
-      memory.free(freed->block, freed->filling.size());
+  void free(std::ptrdiff_t at, std::ptrdiff_t count = 1) {
+    const auto first = taken.begin() + at;
+    for (const auto& [block, filling] : std::span(first, first + count)) {
+      ASSERT_EQ(std::memcmp(block.place, filling.data(), filling.size()), 0);
+      memory.free(block, filling.size());
     }
-    taken.erase(first, first + static_cast<std::ptrdiff_t>(count));
+    taken.erase(first, first + count);
   }
 
   NodeMemory memory{10};
-  std::vector<Taken> taken;
+  std::vector<std::pair<NodeMemory::Block, std::string>> taken;
 };
 
 TEST_F(NodeMemoryTest, FirstAndLargeBlocksComeFromTheHeapAndFreedOnesServeAgain) {
@@ -46,7 +42,7 @@ TEST_F(NodeMemoryTest, FirstAndLargeBlocksComeFromTheHeapAndFreedOnesServeAgain)
     take(1, i < 900 ? 201 : 96);
   }
   EXPECT_EQ(memory.chunkBytes(), before);
-  free(0, taken.size());
+  free(0, std::ssize(taken));
 }
 
 TEST_F(NodeMemoryTest, AHeldBlockKeepsNoOtherChunk) {

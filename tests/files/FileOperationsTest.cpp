@@ -165,12 +165,11 @@ struct OddFiles : FailingFiles {
 
 TEST_F(FileOperations, AFileIsAskedForItsLengthDateAndAttributes) {
   const String file = put(u"a.txt", "12345");
-  EXPECT_EQ(zel_GetFileLength(file), 5);
-  EXPECT_EQ(zel_GetFileLength(path(u"no")) + zel_GetFileLength(folder), 0);
+  EXPECT_EQ(spelled({zel_GetFileLength(file), zel_GetFileLength(path(u"no")), zel_GetFileLength(folder),
+                     zel_GetFileAttr(file), zel_GetFileAttr(folder)}),
+            "5|0|0|32|16");
   EXPECT_THAT(toUtf8(zel_GetFileDate(file)), MatchesRegex(".*/.*/20.*:.*"));
   EXPECT_EQ(zel_GetFileDate(path(u"no")) + zel_GetFileDate(folder), u"");
-  EXPECT_EQ(zel_GetFileAttr(file), 32);
-  EXPECT_EQ(zel_GetFileAttr(folder), 16);
   EXPECT_EQ(raisedError([&] { zel_GetFileAttr(path(u"no")); }), "53|mFiles.GetFileAttr::|File not found");
   EXPECT_EQ(raisedError([] { zel_GetFileAttr(Variant::null()); }).substr(0, 23), "94|mFiles.GetFileAttr::");
   OddFiles odd;

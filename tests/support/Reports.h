@@ -1,9 +1,12 @@
-// Reports: the failures that are logged while it lives, as "source|number " each.
+// Reports: the failures that are logged while it lives, as "source|number " each. A test fails of those that
+// it does not take.
 //
 //   Reports reports{"zelMisc."};        // is left out where a source begins with it
 //   zel_MaxValue(nullptr, 1.0);
 //   EXPECT_EQ(reports.taken(), "zel_MaxValue|91 ");
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
@@ -25,6 +28,10 @@ class Reports {
           text_ += source.substr(source.starts_with(prefix) ? prefix.size() : 0) + "|" +
                    std::to_string(report.number) + (detail ? "|" + toUtf8(report.*detail) : "") + " ";
         }) {}
+
+  ~Reports() { EXPECT_EQ(text_, ""); }
+  Reports(const Reports&) = delete;
+  Reports& operator=(const Reports&) = delete;
 
   // Those since the last call.
   std::string taken() { return std::exchange(text_, {}); }

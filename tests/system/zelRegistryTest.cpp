@@ -96,7 +96,6 @@ TEST_F(ZelRegistry, SubkeysAndValuesAreListedUnderTheirNames) {
       "True|False|False");
   for (const auto list : {zel_EnumRegistryKeys, zel_EnumRegistryValues})
     EXPECT_EQ(list(user, acme + u"\\Missing")->Count(), 0);
-  EXPECT_EQ(reports.taken(), "");
 }
 
 // What cannot be had from a system's registry: a key that opens and cannot be created, five names of which
