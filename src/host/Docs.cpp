@@ -139,12 +139,12 @@ class PageWriter {
     paragraph(typesOf(parameters, result));
   }
 
-  // The pages of what the declaration mentions.
-  static String typesOf(const std::vector<Parameter>& parameters, const TypeInfo& result) {
+  // The pages of what the declaration mentions, where there are such pages.
+  String typesOf(const std::vector<Parameter>& parameters, const TypeInfo& result) const {
     std::set<String> links;
     const auto add = [&](const TypeInfo& type) {
       if (type.enumeration) links.insert(enumerationLink(*type.enumeration()));
-      if (type.object) links.insert(classLink(*type.object()));
+      if (type.object && registry_.find(type.object()->name())) links.insert(classLink(*type.object()));
     };
     add(result);
     for (const Parameter& parameter : parameters) add(parameter.type);

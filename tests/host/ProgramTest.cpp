@@ -104,6 +104,7 @@ TEST(Zel, WritesTheReferenceOnePageAClass) {
       "## Events\n\n### Turned\n\n```vb\nEvent Turned(ByRef bCancel As Boolean)\n```\n\nIt was turned.\n";
   const std::string all = zel("docs");
   EXPECT_THAT(all, HasSubstr("\n" + lamp + "\n"));
+  EXPECT_THAT(all, testing::Not(HasSubstr("Collection.md"))) << "which is no class of the registry";
   EXPECT_THAT(all, HasSubstr("| [testLamp](testLamp.md) | A lamp. |\n"));
   EXPECT_THAT(all, HasSubstr("- `zel_Darker` of [testFunctions](testFunctions.md)\n- `zel_Fail` of"));
   EXPECT_THAT(all, testing::EndsWith("## TEST_Shades\n\n| name | value |\n|---|---|\n"
