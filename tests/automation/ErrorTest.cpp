@@ -28,6 +28,7 @@ TEST(Error, WhateverIsThrownBecomesAnError) {
   EXPECT_EQ(caught(std::length_error("x")), "6||Overflow");
   EXPECT_EQ(caught(std::runtime_error("broken")), "51||broken");
   EXPECT_EQ(caught(5), "51||Internal error");
+  EXPECT_EQ(Error(7).description(), u"Out of memory");
 }
 
 TEST(Error, CheckedArithmeticRaisesOverflowBeyondItsWidth) {
