@@ -105,7 +105,7 @@ bool isDay(const Variant& value) { return value.kind() == VariantKind::Date; }
 
 constexpr Explanation nextCentury = {
     "the system puts the years 30 to 49 into the coming century",
-    WHERE(isDay(t.ours) && isDay(t.system) &&
+    WHERE(isDay(t.ours) && isDay(t.system) && std::fabs(t.ours.dateValue() - 14611) < 3653 &&
           std::fabs(t.system.dateValue() - t.ours.dateValue() - 36524.5) < 2)};
 
 // German as the system at hand has it.
