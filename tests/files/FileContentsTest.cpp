@@ -32,20 +32,16 @@ struct Row {
 
 class FileContents : public FilesFixture {
  protected:
-  ~FileContents() override { EXPECT_THAT(logged, IsEmpty()) << "whatever the mode"; }
-
   template <class Bytes, class Text>
   void expectRows(const std::vector<Row>& rows, const Bytes& ofBytes, const Text& ofText) {
     for (const Row& row : rows) {
       SCOPED_TRACE(row.before + ", mode " + std::to_string(row.mode));
       const String file = path(row.file);
       const auto mode = static_cast<ZEL_ErrorModes>(row.mode);
-      EXPECT_EQ(resultOver(
-                    row.before, [&] { return ofBytes(file, mode); }, row.call, row.number),
-                row.asBytes);
-      EXPECT_EQ(resultOver(
-                    row.before, [&] { return ofText(file, mode); }, row.call, row.number),
-                row.asText);
+      const auto asBytes = [&] { return ofBytes(file, mode); };
+      const auto asText = [&] { return ofText(file, mode); };
+      EXPECT_EQ(resultOver(row.before, asBytes, row.call, row.number), row.asBytes);
+      EXPECT_EQ(resultOver(row.before, asText, row.call, row.number), row.asText);
     }
   }
   std::string rewritten(std::string_view text) {

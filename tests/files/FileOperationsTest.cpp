@@ -44,7 +44,6 @@ class FileOperations : public FilesFixture {
       const auto operation = [&] { return row.operation(at(row.from), at(row.to), row.flags); };
       EXPECT_EQ(resultOver(row.before, operation, row.call, row.number, row.letThrough), row.result);
     }
-    EXPECT_THAT(logged, IsEmpty());
   }
 };
 
@@ -64,6 +63,7 @@ TEST_F(FileOperations, ACopyGoesWhereItsDestinationSays) {
               {"a", copy, "@a", "@a", 0, "70"}});
   EXPECT_NE(zel_FileCopy(put(u"a"), path(String(300, u'n'))), 0);
   EXPECT_NE(zel_FileCopy(path(u"a"), path(String(40000, u'n') + u"\\b")), 0);
+  EXPECT_EQ(reports.taken(), "mFiles.GetFolderName|6 ");
 }
 
 TEST_F(FileOperations, FilesAreCopiedByPatternAndFoldersWithAllBelow) {
@@ -90,7 +90,7 @@ TEST_F(FileOperations, FilesAreCopiedByPatternAndFoldersWithAllBelow) {
   FailingFiles unlisted("findAll", ErrorNumber::PathFileAccess);
   const Replaced<Files> replaced(unlisted);
   EXPECT_EQ(zel_FilesCopy(path(u"s"), path(u"out")), 0);
-  EXPECT_THAT(logged, ElementsAre("zelFiles.zel_FilesCopy"));
+  EXPECT_EQ(reports.taken(), "zelFiles.zel_FilesCopy|75 ");
 }
 
 TEST_F(FileOperations, DeletingTakesWhatTheNameFinds) {

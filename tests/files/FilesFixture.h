@@ -5,8 +5,6 @@
 #include <optional>
 
 #include "automation/ArrayData.h"
-#include "automation/Conversions.h"
-#include "foundation/ErrorWatch.h"
 #include "platform/Dialogs.h"
 #include "support/FailingFiles.h"
 #include "support/FileTree.h"
@@ -62,8 +60,8 @@ class FilesFixture : public ::testing::Test, protected Dialogs {
   }
 
   String folder;
-  std::string boxes;                // as "[style|title|text]", with the folder's name left out
-  std::vector<std::string> logged;  // sources
+  std::string boxes;  // as "[style|title|text]", with the folder's name left out
+  Reports reports{""};
 
  private:
   std::int32_t messageBox(StringView text, StringView title, std::int32_t style) override {
@@ -75,7 +73,6 @@ class FilesFixture : public ::testing::Test, protected Dialogs {
 
   static inline int counter = 0;
   Replaced<Dialogs> dialogs_{*this};
-  ErrorWatch watch_{[this](const ErrorReport& report) { logged.push_back(toUtf8(report.source)); }};
 };
 
 }  // namespace zelUtilities
