@@ -10,18 +10,10 @@
 #include "automation/LocaleGuard.h"
 #include "automation/Raised.h"
 #include "automation/Results.h"
+#include "support/TestControl.h"
 
 namespace zelUtilities {
 namespace {
-
-// An object whose default member is this value; without one where it is Empty.
-struct Holder : Object {
-  explicit Holder(Variant value) : kept(std::move(value)) {}
-  Variant Invoke(StringView name, InvokeKind kind, std::span<Variant> arguments) override {
-    return kept.isEmpty() ? Object::Invoke(name, kind, arguments) : kept;
-  }
-  const Variant kept;
-};
 
 const Variant noArray = ArrayData::ofVariants({});
 constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
@@ -141,10 +133,10 @@ TEST(Conversions, RefuseNullErrorsArraysAndNothing) {
 }
 
 TEST(Conversions, TakeAnObjectAsItsDefaultMember) {
-  const Variant outer = make<Holder>(make<Holder>(u"12.5"));
+  const Variant outer = control(u"Outer", {{u"", control(u"Inner", {{u"", u"12.5"}})}});
   EXPECT_EQ(results(toDouble, outer), "12.5");
   EXPECT_EQ(results(toText, outer), "12.5");
-  EXPECT_EQ(results(toLong, make<Holder>(Variant())), "error 438");
+  EXPECT_EQ(results(toLong, control(u"WithoutOne", {})), "error 438");
 }
 
 TEST(Kinds, HaveNamesAndSomeAreNumeric) {
@@ -154,7 +146,7 @@ TEST(Kinds, HaveNamesAndSomeAreNumeric) {
       (isNumeric(value) ? numeric : others) += typeName(value) + u" ";
   };
   see(Variant(), true, std::uint8_t{1}, std::int16_t{1}, 1, 1.0F, 1.0, Variant::currency(1), Variant::null(),
-      Variant::date(1), Variant::missing(), nullptr, noArray, u"", make<Holder>(1),
+      Variant::date(1), Variant::missing(), nullptr, noArray, u"", control(u"Object", {{u"", 1}}),
       ArrayData::create(VariantKind::Byte, {{0, 3}}));
   EXPECT_EQ(toUtf8(numeric), "Empty Boolean Byte Integer Long Single Double Currency Object ");
   EXPECT_EQ(toUtf8(others), "Null Date Error Nothing Variant() String Byte() ");

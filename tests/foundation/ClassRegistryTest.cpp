@@ -1,9 +1,7 @@
 #include "foundation/ClassRegistry.h"
 
-#include <gtest/gtest.h>
-
 #include "automation/Binder.h"
-#include "support/RaisedError.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 

@@ -1,13 +1,12 @@
 // A log on its own: a registry in memory, the logger's calls and the message boxes written down.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include "automation/Conversions.h"
 #include "foundation/mLog.h"
 #include "platform/Dialogs.h"
 #include "platform/Objects.h"
 #include "support/MemoryRegistry.h"
+#include "support/Testing.h"
 
 namespace zelUtilities {
 

@@ -7,7 +7,6 @@
 namespace zelUtilities {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 TEST_F(LogTest, AnObjectThatCannotBeCreatedIsNothingAndShownUnderATitleOnly) {

@@ -5,12 +5,10 @@
 #include "foundation/ErrorWatch.h"
 #include "foundation/Handled.h"
 #include "foundation/LogFixture.h"
-#include "support/RaisedError.h"
 
 namespace zelUtilities {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 

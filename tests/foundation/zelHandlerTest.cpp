@@ -45,8 +45,8 @@ TEST_F(DefaultLogger, ALineIsWrittenInOnePieceAndWhereItCannotBeTheOperationGoes
   set(u"ConDebug", "1");
   mLog::ErrorLog(u"a", Error(5));
   mLog::ErrorLog(u"b", Error(5));
-  EXPECT_THAT(boxes, testing::ElementsAre(HasSubstr("Source: a::"), HasSubstr("Source: mLog.AddToErrorLog::"),
-                                          HasSubstr("Source: b::")));
+  EXPECT_THAT(boxes, ElementsAre(HasSubstr("Source: a::"), HasSubstr("Source: mLog.AddToErrorLog::"),
+                                 HasSubstr("Source: b::")));
 }
 
 }  // namespace
