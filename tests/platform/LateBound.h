@@ -24,26 +24,19 @@ class LateBound {
   static LateBound create(StringView progId) { return LateBound(createObject(progId)); }
 
   // Calls a method or reads a property.
-  template <class... A>
-  Variant operator()(StringView name, const A&... arguments) const {
+  Variant operator()(StringView name, const auto&... arguments) const {
     if (!object_) throw Error(ErrorNumber::ObjectNotSet);
     std::vector<Variant> values{passed(arguments)...};
     return object_->Invoke(name, InvokeKind::MethodOrGet, values);
   }
-  template <class... A>
-  LateBound object(StringView name, const A&... arguments) const {
+  LateBound object(StringView name, const auto&... arguments) const {
     return LateBound((*this)(name, arguments...));
   }
-  template <class... A>
-  String text(StringView name, const A&... arguments) const {
-    return toText((*this)(name, arguments...));
-  }
-  template <class... A>
-  std::int32_t number(StringView name, const A&... arguments) const {
+  String text(StringView name, const auto&... arguments) const { return toText((*this)(name, arguments...)); }
+  std::int32_t number(StringView name, const auto&... arguments) const {
     return toLong((*this)(name, arguments...));
   }
-  template <class... A>
-  bool isTrue(StringView name, const A&... arguments) const {
+  bool isTrue(StringView name, const auto&... arguments) const {
     return toBoolean((*this)(name, arguments...));
   }
   void put(StringView name, const Variant& value) const {
@@ -62,10 +55,7 @@ class LateBound {
   }
 
  private:
-  template <class T>
-  static Variant passed(const T& value) {
-    return value;
-  }
+  static Variant passed(const auto& value) { return value; }
   static Variant passed(const LateBound& value) { return value.object_; }
 
   Ref<Object> object_;

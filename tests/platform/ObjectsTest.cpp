@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "automation/Raised.h"
-#include "platform/LateBound.h"
+#include "platform/XmlNodes.h"
 #include "support/FileTree.h"
 #include "support/RaisedError.h"
 
@@ -49,14 +49,15 @@ class FileSystemObjectContract : public testing::Test {
  protected:
   FileSystemObjectContract() {
     if (files().folderExists(folder_)) files().removeFolder(folder_, true);
-    fso_(u"CreateFolder", folder_);
+    files().createFolder(folder_);
   }
   ~FileSystemObjectContract() override { files().removeFolder(folder_, true); }
 
-  String in(StringView name) const { return folder_ + u"\\" + String(name); }
-  template <class... A>
-  std::int32_t error(StringView operation, const A&... arguments) {
-    return raised([&] { fso_(operation, arguments...); });
+  // What members answer one after the other; the test's folder stands for a "~" in their arguments.
+  std::string answers(StringView members) const {
+    String paths(members);
+    for (std::size_t at; (at = paths.find(u'~')) != String::npos;) paths.replace(at, 1, folder_);
+    return seen(fso_, paths);
   }
 
   const LateBound fso_ = LateBound::create(u"Scripting.FileSystemObject");
@@ -65,61 +66,53 @@ class FileSystemObjectContract : public testing::Test {
 
 TEST_F(FileSystemObjectContract, TellsFilesFoldersAndDrivesApart) {
   makeTree(folder_, "a.txt");
-  EXPECT_TRUE(fso_.isTrue(u"FileExists", in(u"a.txt")) && fso_.isTrue(u"FolderExists", folder_));
-  EXPECT_FALSE(fso_.isTrue(u"FileExists", folder_) || fso_.isTrue(u"FileExists", in(u"none")));
-  EXPECT_FALSE(fso_.isTrue(u"FolderExists", in(u"a.txt")) || fso_.isTrue(u"DriveExists", u"Q:"));
-  EXPECT_TRUE(fso_.isTrue(u"DriveExists", u"C:"));
+  EXPECT_EQ(answers(u"FileExists{~\\a.txt} FolderExists{~} DriveExists{C:}"), "True|True|True");
+  EXPECT_EQ(answers(u"FileExists{~} FileExists{~\\none} FolderExists{~\\a.txt} DriveExists{Q:}"),
+            "False|False|False|False");
 }
 
 TEST_F(FileSystemObjectContract, CreatesAFolderOnceAndDeletesItWithAllThatItHolds) {
-  EXPECT_EQ(fso_.object(u"CreateFolder", in(u"Sub")).text(u"Name"), u"Sub");
-  EXPECT_EQ(error(u"CreateFolder", in(u"Sub")), ErrorNumber::FileAlreadyExists);
-  EXPECT_EQ(error(u"CreateFolder", in(u"none\\Sub")), ErrorNumber::PathNotFound);
+  EXPECT_EQ(answers(u"CreateFolder{~\\Sub}.Name CreateFolder{~\\Sub} CreateFolder{~\\none\\Sub}"),
+            "Sub|!58|!76");
   makeTree(folder_, "Sub\\a.txt");
-  fso_(u"DeleteFolder", in(u"Sub"), true);
+  EXPECT_EQ(answers(u"DeleteFolder{~\\Sub;-1}"), "");
   EXPECT_EQ(treeIn(folder_), "");
-  EXPECT_NE(error(u"DeleteFolder", in(u"Sub")), 0);
+  EXPECT_EQ(answers(u"DeleteFolder{~\\Sub}").front(), '!');
 }
 
 TEST_F(FileSystemObjectContract, DeletesFilesByNameAndByPatternReadOnlyOnesByForce) {
   makeTree(folder_, "a.txt b.txt c.ini r:r");
-  fso_(u"DeleteFile", in(u"c.ini"));
-  fso_(u"DeleteFile", in(u"*.txt"));
-  EXPECT_EQ(error(u"DeleteFile", in(u"none.txt")), ErrorNumber::FileNotFound);
-  EXPECT_EQ(error(u"DeleteFile", in(u"*.txt")), ErrorNumber::FileNotFound);
-  EXPECT_EQ(error(u"DeleteFile", in(u"r")), ErrorNumber::PermissionDenied);
+  EXPECT_EQ(answers(u"DeleteFile{~\\c.ini} DeleteFile{~\\*.txt}"), "|");
+  EXPECT_EQ(answers(u"DeleteFile{~\\none.txt} DeleteFile{~\\*.txt} DeleteFile{~\\r}"), "!53|!53|!70");
   EXPECT_EQ(treeIn(folder_), "r:r");
-  fso_(u"DeleteFile", in(u"r"), true);
+  EXPECT_EQ(answers(u"DeleteFile{~\\r;-1}"), "");
   EXPECT_EQ(treeIn(folder_), "");
 }
 
 TEST_F(FileSystemObjectContract, ReadsAndWritesTheAttributesOfAFile) {
   makeTree(folder_, "a.txt=12345");
-  const LateBound file = fso_.object(u"GetFile", in(u"a.txt"));
-  EXPECT_EQ(file.text(u"Name"), u"a.txt");
-  EXPECT_EQ(file.number(u"Size"), 5);
-  EXPECT_TRUE(files().fileExists(file.text(u"")));
-  file.put(u"Attributes", std::int32_t{FileAttribute::ReadOnly});
+  EXPECT_EQ(answers(u"GetFile{~\\a.txt}.Name GetFile{~\\a.txt}.Size GetFile{~\\a.txt}.Attributes={1}"),
+            "a.txt|5|");
+  EXPECT_EQ(treeIn(folder_), "a.txt=12345:r");
+  const LateBound file = fso_.object(u"GetFile", folder_ + u"\\a.txt");
   EXPECT_EQ(file.number(u"Attributes") & 1, 1);
-  EXPECT_EQ(error(u"GetFile", in(u"none")), ErrorNumber::FileNotFound);
-  EXPECT_EQ(error(u"GetFolder", in(u"none")), ErrorNumber::PathNotFound);
-  EXPECT_EQ(error(u"NoSuchOperation"), ErrorNumber::ObjectDoesNotSupport);
+  EXPECT_TRUE(files().fileExists(file.text(u"")));
+  EXPECT_EQ(answers(u"GetFile{~\\none} GetFolder{~\\none} NoSuchOperation"), "!53|!76|!438");
 }
 
 TEST_F(FileSystemObjectContract, TakesPathsApartAndPutsThemTogether) {
   // The file's name, the folder above, the name without its extension, the extension and the drive.
-  for (const auto& [path, parts] : std::vector<std::pair<StringView, StringView>>{
-           {u"C:\\Data\\a.tar.gz", u"a.tar.gz|C:\\Data|a.tar|gz|C:"},
-           {u"C:\\Data\\", u"Data|C:\\|Data||C:"},
-           {u"Data\\a.txt", u"a.txt|Data|a|txt|"},
-           {u"a.", u"a.||a||"},
-           {u"", u"||||"}})
-    EXPECT_EQ(fso_.text(u"GetFileName", path) + u"|" + fso_.text(u"GetParentFolderName", path) + u"|" +
-                  fso_.text(u"GetBaseName", path) + u"|" + fso_.text(u"GetExtensionName", path) + u"|" +
-                  fso_.text(u"GetDriveName", path),
+  for (const auto& [path, parts] :
+       std::vector<std::pair<String, std::string>>{{u"C:\\Data\\a.tar.gz", "a.tar.gz|C:\\Data|a.tar|gz|C:"},
+                                                   {u"C:\\Data\\", "Data|C:\\|Data||C:"},
+                                                   {u"Data\\a.txt", "a.txt|Data|a|txt|"},
+                                                   {u"a.", "a.||a||"},
+                                                   {u"", "||||"}})
+    EXPECT_EQ(answers(u"GetFileName{" + path + u"} GetParentFolderName{" + path + u"} GetBaseName{" + path +
+                      u"} GetExtensionName{" + path + u"} GetDriveName{" + path + u"}"),
               parts);
-  for (const StringView folder : {u"C:\\Data", u"C:\\Data\\"})
-    EXPECT_EQ(fso_.text(u"BuildPath", folder, u"a.txt"), u"C:\\Data\\a.txt");
+  EXPECT_EQ(answers(u"BuildPath{C:\\Data;a.txt} BuildPath{C:\\Data\\;a.txt}"),
+            "C:\\Data\\a.txt|C:\\Data\\a.txt");
 }
 
 }  // namespace

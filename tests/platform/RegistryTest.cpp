@@ -112,9 +112,8 @@ TEST_F(RegistryContract, NamesAndTextsAreOfTheCodePage) {
 
 TEST_F(RegistryContract, AKeyGivesOnlyTheRightsItWasOpenedForAndNoneJustCreated) {
   set(u"v", RegistryType::Binary, "abc");
-  const Opened reader;
-  EXPECT_EQ(registry().setValue(reader.handle(), u"v", RegistryType::Text, "x"), AccessDenied);
-  EXPECT_EQ(registry().deleteValue(reader.handle(), u"v"), AccessDenied);
+  EXPECT_EQ(registry().setValue(Opened().handle(), u"v", RegistryType::Text, "x"), AccessDenied);
+  EXPECT_EQ(registry().deleteValue(Opened().handle(), u"v"), AccessDenied);
   EXPECT_EQ(get(u"v").data, "abc");
   RegistryValue value;
   String name;
@@ -155,8 +154,7 @@ TEST_F(RegistryContract, AKeyWithSubkeysAndARootAreNotDeleted) {
 TEST_F(RegistryContract, AKeyDeletedWhileOpenIsGone) {
   create(u"A");
   set(u"v", RegistryType::Text, "abc", u"A");
-  const Opened reader(u"A");
-  const Opened writer(u"A", Write);
+  const Opened reader(u"A"), writer(u"A", Write);
   ASSERT_EQ(registry().deleteKey(root, in(u"A")), Success);
   create(u"A");
   RegistryValue value;
@@ -169,23 +167,19 @@ TEST_F(RegistryContract, AKeyDeletedWhileOpenIsGone) {
 
 // Positions move up when a value is deleted.
 TEST_F(RegistryContract, EnumeratesEveryValueWithItsData) {
-  const std::map<String, std::string> values{
-      {u"a", "abc"}, {u"b", "\5\0\0\0"s}, {u"c", std::string(5000, 'x')}};
+  std::map<String, std::string> values{{u"a", "abc"}, {u"b", "\5\0\0\0"s}, {u"c", std::string(5000, 'x')}},
+      found;
   for (const auto& [name, data] : values) set(name, RegistryType::Binary, data);
-  const Opened reader;
-  const Opened writer({}, Write);
-  std::map<String, std::string> found;
-  std::map<String, std::string> removed;
+  const Opened reader, writer({}, Write);
   RegistryValue value;
-  std::uint32_t count = 0;
-  for (; registry().enumValue(reader.handle(), count, value) == Success; ++count)
+  for (std::uint32_t i = 0; registry().enumValue(reader.handle(), i, value) == Success; ++i)
     found[value.name] = value.data;
-  EXPECT_EQ(registry().enumValue(reader.handle(), count, value), NoMoreItems);
+  EXPECT_EQ(found, values);
+  EXPECT_EQ(registry().enumValue(reader.handle(), 3, value), NoMoreItems);
   while (registry().enumValue(reader.handle(), 0, value) == Success &&
          registry().deleteValue(writer.handle(), value.name) == Success)
-    removed[value.name] = value.data;
-  EXPECT_EQ(found, values);
-  EXPECT_EQ(removed, values);
+    EXPECT_EQ(value.data, values.extract(value.name).mapped());
+  EXPECT_TRUE(values.empty());
 }
 
 }  // namespace

@@ -7,15 +7,8 @@
 namespace zelUtilities {
 namespace {
 
-struct FormatCase {
-  StringView conversions;
-  StringView pattern;
-  DateOrder order;
-  StringView separator;
-};
-
 TEST(DateFormat, ConversionsBecomePatternsAsTheTableSays) {
-  const FormatCase cases[] = {
+  const std::tuple<StringView, StringView, DateOrder, StringView> cases[] = {
       {u"%m/%d/%Y", u"mm/dd/yyyy", DateOrder::MonthDayYear, u"/"},
       {u"%d.%m.%Y", u"dd.mm.yyyy", DateOrder::DayMonthYear, u"."},
       {u"%-d. %-m. %Y", u"d. m. yyyy", DateOrder::DayMonthYear, u"."},
@@ -27,22 +20,19 @@ TEST(DateFormat, ConversionsBecomePatternsAsTheTableSays) {
       {u"%H.%M.%S %Z", u"hh.nn.ss", DateOrder::MonthDayYear, u"."},
       {u"%", u"", DateOrder::MonthDayYear, u""},
   };
-  for (const FormatCase& row : cases) {
-    EXPECT_EQ(patternFromConversions(row.conversions), row.pattern);
-    EXPECT_EQ(dateOrderOf(row.pattern), row.order) << testing::PrintToString(row.pattern);
-    EXPECT_EQ(separatorOf(row.pattern), row.separator);
+  for (const auto& [conversions, pattern, order, separator] : cases) {
+    EXPECT_EQ(patternFromConversions(conversions), pattern);
+    EXPECT_EQ(dateOrderOf(pattern), order) << toUtf8(pattern);
+    EXPECT_EQ(separatorOf(pattern), separator);
   }
 }
 
-TEST(CodePageOnLinux, OtherCodePagesAreTakenFromTheSystem) {
+TEST(CodePageOnLinux, OtherCodePagesAreTakenFromTheSystemAndUtf8IsOneToo) {
   const CodePage cyrillic(1251);
   EXPECT_EQ(cyrillic.number(), 1251U);
   EXPECT_EQ(cyrillic.narrow(u"\u0416\u20AC"), "\xC6\x88");
   EXPECT_EQ(cyrillic.widen("\xC6\x98"), u"\u0416\x98");  // 0x98 is undefined there
   EXPECT_EQ(CodePage(28605).widen("\xA4"), u"\u20AC");   // ISO 8859-15
-}
-
-TEST(CodePageOnLinux, Utf8IsACodePageToo) {
   const CodePage utf8(65001);
   EXPECT_EQ(utf8.narrow(u"\u20AC"), "\xE2\x82\xAC");
   EXPECT_EQ(utf8.widen("\xE2\x82\xAC"), u"\u20AC");

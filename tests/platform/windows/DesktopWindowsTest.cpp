@@ -24,8 +24,7 @@ HWND window(DWORD style) {
 WindowHandle numberOf(HWND window) { return static_cast<WindowHandle>(HandleToLong(window)); }
 
 TEST(DesktopOnWindows, StyleAndStackingAreThoseOfRealWindowsOnTheScreensThereAre) {
-  const HWND scrolling = window(WS_POPUP | WS_VSCROLL);
-  const HWND plain = window(WS_POPUP | WS_HSCROLL | WS_VISIBLE);
+  const HWND scrolling = window(WS_POPUP | WS_VSCROLL), plain = window(WS_POPUP | WS_HSCROLL | WS_VISIBLE);
   EXPECT_EQ(desktop().windowStyle(numberOf(scrolling)) & 0x00300000, 0x00200000);
   EXPECT_EQ(desktop().windowStyle(numberOf(plain)) & 0x00300000, 0x00100000);
   EXPECT_EQ(desktop().windowStyle(0), 0);
@@ -53,9 +52,9 @@ TEST(DesktopOnWindows, AnObjectTellsItsClassByItsTypeInformation) {
   CoInitialize(nullptr);
   EXPECT_EQ(className(*createObject(u"Scripting.Dictionary")), u"Dictionary");
   ProbeDispatch probe([](const ProbeDispatch::Call&) { return E_NOTIMPL; });
-  EXPECT_EQ(className(*make<ForeignObject>(&probe)), u"Object");
-  EXPECT_EQ(className(*make<ForeignObject>(&probe.called(L"_TextBox"))), u"TextBox");
-  EXPECT_EQ(className(*make<ForeignObject>(&probe.called(L"IElement"))), u"IElement");
+  for (const auto& [type, name] :
+       {std::pair(L"", u"Object"), std::pair(L"_TextBox", u"TextBox"), std::pair(L"IElement", u"IElement")})
+    EXPECT_EQ(className(*make<ForeignObject>(&probe.called(type))), name);
   CoUninitialize();
 }
 

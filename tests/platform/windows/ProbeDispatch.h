@@ -33,7 +33,7 @@ class ProbeDispatch : public IDispatch {
   };
   using Answer = std::function<HRESULT(const Call&)>;
 
-  // Knows the names given, or, where there are none, any but "Unknown".
+  // Knows the names given, or, where there are none, any.
   explicit ProbeDispatch(Answer answer, std::vector<std::wstring> names = {})
       : answer_(std::move(answer)), names_(std::move(names)), isOpen_(names_.empty()) {}
   virtual ~ProbeDispatch() = default;
@@ -72,8 +72,7 @@ class ProbeDispatch : public IDispatch {
     auto found = std::find_if(names_.begin(), names_.end(), [&](const std::wstring& name) {
       return CompareStringW(LOCALE_INVARIANT, NORM_IGNORECASE, name.c_str(), -1, names[0], -1) == CSTR_EQUAL;
     });
-    if (found == names_.end() && isOpen_ && std::wstring(names[0]) != L"Unknown")
-      found = names_.insert(found, names[0]);
+    if (found == names_.end() && isOpen_) found = names_.insert(found, names[0]);
     *ids = found == names_.end() ? DISPID_UNKNOWN : static_cast<DISPID>(found - names_.begin()) + 1;
     return found == names_.end() ? DISP_E_UNKNOWNNAME : S_OK;
   }
