@@ -58,8 +58,10 @@ TEST(StringCat, CapacityDoublesUpTo65536AndIsThenTheSmallestMultipleOfThat) {
     const StringView whole = StringView(text).substr(0, length);
     zelStringCat once, pieces;
     once.ConcatenatePart(whole);
-    for (std::size_t at = 0, size = 0; at < length; at += size, size = (size + 1) % 65)
-      pieces.ConcatenatePart(whole.substr(at, size));
+    for (std::size_t at = 0, size = 0; at < length; at += size, size = (size + 1) % 65) {
+      const String piece = u"<" + String(whole.substr(at, size)) + u">";  // whose neighbours must not arrive
+      pieces.ConcatenatePart(StringView(piece).substr(1, piece.size() - 2));
+    }
     for (const zelStringCat* builder : {&once, &pieces}) {
       EXPECT_TRUE(builder->text() == whole) << length;
       EXPECT_EQ(builder->capacity(), capacity) << length;
