@@ -4,8 +4,8 @@
 //   filters->Create(u"txt", u"*.txt;*.log", u"Texts");
 //   Variant answer = zel_GetOpenFilename(filters, u"C:\\Data", u"Open a text");
 //
-// The dialogs are the system's own, modal, above the calling thread's active window. Every path is whole, in
-// the system's form. A dialog that cannot be shown is logged under "zelFiles.<operation>" and counts as
+// The dialogs are the system's own, modal, above the calling thread's active window. Every path is a whole
+// Windows path. A dialog that cannot be shown is logged under "zelFiles.<operation>" and counts as
 // cancelled.
 #pragma once
 

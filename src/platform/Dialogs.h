@@ -42,11 +42,10 @@ struct Dialogs {
   // Shows a modal box and returns the number of the button that closed it. Never raises.
   virtual std::int32_t messageBox(StringView text, StringView title, std::int32_t style) = 0;
 
-  // Ask for files to open, a file to save to, a folder, and give whole paths in the system's own form; none
-  // or
-  // "" when the user cancels. Before a file that exists is chosen to save to, the user has agreed to replace
-  // it. Raise where nobody can be asked, 52 for a suggested name that can be no file's. Substitutes that show
-  // only boxes answer as a user who cancels.
+  // Ask for files to open, a file to save to, a folder, and give whole Windows paths; none or "" when the
+  // user cancels. Files to open and folders exist. Before a file that exists is chosen to save to, the user
+  // has agreed to replace it. Raise where nobody can be asked, 52 for a suggested name that can be no file's.
+  // Substitutes that show only boxes answer as a user who cancels.
   virtual std::vector<String> openFiles(const FileQuestion&) { return {}; }
   virtual String saveFile(const FileQuestion&) { return {}; }
   virtual String selectFolder(StringView /*title*/, StringView /*folder*/) { return {}; }

@@ -125,13 +125,14 @@ Command kdialogCommand(Purpose purpose, const FileQuestion& question) {
   return command;
 }
 
-// Paths begin with a separator, so that one with a line end inside stays whole.
+// Paths begin with a separator, so that one with a line end inside stays whole. What a client does with a
+// path takes backslashes for granted.
 std::vector<String> pathsIn(std::string_view text) {
   if (text.ends_with('\n')) text.remove_suffix(1);
   std::vector<String> paths;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find("\n/"), text.size());
-    paths.push_back(fromUtf8(text.substr(0, end)));
+    paths.push_back(windowsPath(std::string(text.substr(0, end))));
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return paths;
@@ -151,7 +152,7 @@ std::vector<String> ask(Purpose purpose, const FileQuestion& question) {
 }
 
 bool hasExtension(StringView path) {
-  return path.substr(path.find_last_of(u'/') + 1).find(u'.') != StringView::npos;
+  return path.substr(path.find_last_of(u'\\') + 1).find(u'.') != StringView::npos;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The desktop's own programs: found on PATH, started without a shell.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -40,7 +41,12 @@ class DesktopOnLinux : public testing::Test {
       all.replace(at, bin.native().size(), "~");
     return all;
   }
-  String in(const std::string& name) const { return fromUtf8((bin / name).native()); }
+  // As a client names it.
+  String in(const std::string& name) const {
+    String path = u"Z:" + fromUtf8((bin / name).native());
+    std::replace(path.begin(), path.end(), u'/', u'\\');
+    return path;
+  }
 
   const fs::path bin = fs::absolute("desktop programs");
   const fs::path folder = bin / "start here";
