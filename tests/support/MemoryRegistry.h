@@ -41,7 +41,7 @@ class MemoryRegistry : public Registry {
 
   RegistryCode queryValue(RegistryHandle key, StringView name, RegistryValue& value) override {
     return withValues(key, RegistryAccess::Read, [&](Values& values) {
-      const auto at = find(values, name);
+      const auto at = std::ranges::find_if(values, IsNamed{name});
       if (at == values.end()) return RegistryResult::FileNotFound;
       value = *at;
       return RegistryResult::Success;
@@ -50,7 +50,7 @@ class MemoryRegistry : public Registry {
   RegistryCode setValue(RegistryHandle key, StringView name, std::uint32_t type,
                         std::string_view data) override {
     return withValues(key, RegistryAccess::Write, [&](Values& values) {
-      auto at = find(values, name);
+      auto at = std::ranges::find_if(values, IsNamed{name});
       if (at == values.end()) at = values.insert(at, {narrowName(name), type, {}});
       at->type = type;
       at->data = withTerminator(type, std::string(data));
@@ -59,10 +59,8 @@ class MemoryRegistry : public Registry {
   }
   RegistryCode deleteValue(RegistryHandle key, StringView name) override {
     return withValues(key, RegistryAccess::Write, [&](Values& values) {
-      const auto at = find(values, name);
-      if (at == values.end()) return RegistryResult::FileNotFound;
-      values.erase(at);
-      return RegistryResult::Success;
+      return std::erase_if(values, IsNamed{name}) != 0 ? RegistryResult::Success
+                                                       : RegistryResult::FileNotFound;
     });
   }
   RegistryCode deleteKey(RegistryHandle root, StringView path) override {
@@ -108,11 +106,10 @@ class MemoryRegistry : public Registry {
     std::optional<RegistryAccess> access;  // none for a key just created
   };
 
-  static Values::iterator find(Values& values, StringView name) {
-    return std::find_if(values.begin(), values.end(), [&](const RegistryValue& value) {
-      return equalFolded(value.name, narrowName(name));
-    });
-  }
+  struct IsNamed {
+    bool operator()(const RegistryValue& value) const { return equalFolded(value.name, narrowName(name)); }
+    StringView name;
+  };
   // The root's number and the folded path below it.
   String placeOf(RegistryHandle root, StringView path) const {
     const auto open = open_.find(root);
