@@ -2,6 +2,7 @@
 #include "files/FilesClasses.h"
 #include "files/FilesFixture.h"
 #include "files/zelFiles.h"
+#include "platform/LateBound.h"
 
 namespace zelUtilities {
 namespace {
@@ -139,18 +140,19 @@ TEST_F(FileContents, TheOperationsAreGlobalWithTheirOwnDefaults) {
   ClassRegistry registry;
   registerFiles(registry);
   const Variant no = path(u"no"), file = path(u"a");
-  const auto call = [&](StringView name, std::vector<Variant> arguments) {
-    const Ref<Object> object = ClassRegistry::instance(*registry.findOperation(name)->functionClass);
-    const auto result = outcome([&] { return object->Invoke(name, InvokeKind::Method, arguments); });
+  const auto called = [&](StringView name, const auto&... arguments) {
+    const LateBound functions(ClassRegistry::instance(*registry.findOperation(name)->functionClass));
+    const std::string result = outcome([&] { return functions(name, arguments...); });
     return result.substr(0, result.size() - boxes.size()) + (boxes.empty() ? "" : " shown");
   };
   for (const StringView name : {u"zel_GetFileContents", u"zel_GetFileContentsEx"})
-    EXPECT_EQ(call(name, {no}), "Null shown");
-  EXPECT_EQ(call(u"zel_GetFileContentsAsString", {no}) + call(u"zel_GetFileContentsAsStringEx", {no}), "");
-  EXPECT_EQ(call(u"zel_PutFileContents", {bytes("a\nb"), file}), "");
-  EXPECT_EQ(call(u"zel_RewriteFileLFtoCRLF", {file}), "1");
-  EXPECT_EQ(call(u"zel_GetFileContentsAsString", {file}), "a\r\nb");
-  EXPECT_EQ(call(u"zel_PutFileContentsFromStringEx", {u"x", path(u"no\\a")}), " shown");
+    EXPECT_EQ(called(name, no), "Null shown");
+  for (const StringView name : {u"zel_GetFileContentsAsString", u"zel_GetFileContentsAsStringEx"})
+    EXPECT_EQ(called(name, no), "");
+  EXPECT_EQ(called(u"zel_PutFileContents", bytes("a\nb"), file), "");
+  EXPECT_EQ(called(u"zel_RewriteFileLFtoCRLF", file), "1");
+  EXPECT_EQ(bytesIn(u"a"), "a\r\nb");
+  EXPECT_EQ(called(u"zel_PutFileContentsFromStringEx", u"x", path(u"no\\a")), " shown");
 }
 
 }  // namespace

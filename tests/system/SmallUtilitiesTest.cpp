@@ -2,6 +2,7 @@
 #include "automation/Collection.h"
 #include "automation/Format.h"
 #include "platform/Files.h"
+#include "platform/LateBound.h"
 #include "support/RecordingDesktop.h"
 #include "support/RecordingDialogs.h"
 #include "support/Testing.h"
@@ -117,33 +118,25 @@ DoubleArray doubles(std::int32_t lower, std::initializer_list<double> elements) 
   return {arrayOf(VariantKind::Double, lower, elements)};
 }
 
-// "lower: elements".
-std::string described(const DoubleArray& array) {
-  if (!array.data || array.data->bounds().empty()) return "none";
-  std::string text = std::to_string(array.data->bounds()[0].lower) + ":";
-  for (std::size_t i = 0; i < array.data->size(); ++i) text += " " + toUtf8(toText(array.data->at(i)));
-  return text;
-}
-
 TEST(ZelMisc, ElementsAreAppendedTimesTheFactorAndCounted) {
   Reports reports{"zelMisc."};
   const DoubleArray undimensioned{ArrayData::create(VariantKind::Double, {})};
   const DoubleArray square{ArrayData::create(VariantKind::Double, {{-2, 4}, {0, 2}})};
-  const std::tuple<DoubleArray, DoubleArray, double, const char*, const char*> cases[] = {
-      {doubles(1, {1, 2}), doubles(5, {3, 4}), -0.5, "1: 1 2 -1.5 -2", ""},
-      {doubles(-1, {1}), undimensioned, 1, "-1: 1", ""},
-      {undimensioned, doubles(7, {1}), 1, "0: 1", ""},
-      {{}, doubles(7, {1}), 1, "0: 1", ""},
-      {undimensioned, undimensioned, 1, "none", ""},
-      {doubles(3, {}), doubles(0, {}), 1, "3:", ""},
-      {doubles(0, {1}), doubles(0, {2, 1e308}), 10, "0: 1", "AppendArray|6 "},
-      {doubles(0, {1}), square, 1, "0: 1", "AppendArray|9 "}};
+  const std::tuple<DoubleArray, DoubleArray, double, DoubleArray, const char*> cases[] = {
+      {doubles(1, {1, 2}), doubles(5, {3, 4}), -0.5, doubles(1, {1, 2, -1.5, -2}), ""},
+      {doubles(-1, {1}), undimensioned, 1, doubles(-1, {1}), ""},
+      {undimensioned, doubles(7, {1}), 1, doubles(0, {1}), ""},
+      {{}, doubles(7, {1}), 1, doubles(0, {1}), ""},
+      {undimensioned, undimensioned, 1, undimensioned, ""},
+      {doubles(3, {}), doubles(0, {}), 1, doubles(3, {}), ""},
+      {doubles(0, {1}), doubles(0, {2, 1e308}), 10, doubles(0, {1}), "AppendArray|6 "},
+      {doubles(0, {1}), square, 1, doubles(0, {1}), "AppendArray|9 "}};
   for (const auto& [before, source, factor, expected, logged] : cases) {
-    const std::string text = described(before);
+    const std::string text = shown(before.data);
     DoubleArray target = before;
     zel_AppendArray(target, source, factor);
-    EXPECT_EQ(described(target), expected);
-    EXPECT_EQ(described(before), text);  // an array is a value
+    EXPECT_EQ(shown(target.data), shown(expected.data));
+    EXPECT_EQ(shown(before.data), text);  // an array is a value
     EXPECT_EQ(reports.taken(), logged);
   }
   EXPECT_EQ(zel_ArrayCount(square.data), 4);
@@ -155,7 +148,7 @@ TEST(ZelMisc, ScriptsAppendToArraysOfDoublesAndToNoOthers) {
   const Ref<Object> functions = make<FunctionClass>(zelMisc::describeClass());
   Variant arguments[] = {doubles(0, {1}).data, doubles(0, {2}).data, Variant::missing()};
   functions->Invoke(u"zel_AppendArray", InvokeKind::Method, arguments);
-  EXPECT_EQ(described(DoubleArray{arguments[0].arrayRef()}), "0: 1 2");
+  EXPECT_EQ(shown(arguments[0]), "Double()[0:2] {Double 1, Double 2}");
   arguments[1] = ArrayData::ofVariants({2.0});
   EXPECT_THROW(functions->Invoke(u"zel_AppendArray", InvokeKind::Method, arguments), Error);
 }

@@ -113,9 +113,8 @@ TEST(XMLText, ItsClassesAndOperationsAreFoundByName) {
   ClassRegistry registry;
   registerText(registry);
   EXPECT_TRUE(registry.create(u"zelUtilities.zelStringCat"));
-  Variant source[] = {u"a<b"};
-  const Ref<Object> functions = ClassRegistry::instance(*registry.findOperation(u"zel_ToXML")->functionClass);
-  EXPECT_EQ(functions->Invoke(u"zel_ToXML", InvokeKind::Method, source).text(), u"a&lt;b");
+  const LateBound functions(ClassRegistry::instance(*registry.findOperation(u"zel_ToXML")->functionClass));
+  EXPECT_EQ(functions.text(u"zel_ToXML", u"a<b"), u"a&lt;b");
 }
 
 double at(int year, int month, int day, int seconds = 0) {
