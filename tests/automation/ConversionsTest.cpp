@@ -146,10 +146,11 @@ TEST(Kinds, HaveNamesAndSomeAreNumeric) {
       (isNumeric(value) ? numeric : others) += typeName(value) + u" ";
   };
   see(Variant(), true, std::uint8_t{1}, std::int16_t{1}, 1, 1.0F, 1.0, Variant::currency(1), Variant::null(),
-      Variant::date(1), Variant::missing(), nullptr, noArray, u"", control(u"Object", {{u"", 1}}),
+      Variant::date(1), Variant::missing(), nullptr, noArray, u"", control(u"TextBox", {{u"", 1}}),
       ArrayData::create(VariantKind::Byte, {{0, 3}}));
-  EXPECT_EQ(toUtf8(numeric), "Empty Boolean Byte Integer Long Single Double Currency Object ");
+  EXPECT_EQ(toUtf8(numeric), "Empty Boolean Byte Integer Long Single Double Currency TextBox ");
   EXPECT_EQ(toUtf8(others), "Null Date Error Nothing Variant() String Byte() ");
+  EXPECT_EQ(typeName(make<Object>()), u"Object");
 }
 
 TEST(LeadingNumber, IsWhatATextBeginsWith) {

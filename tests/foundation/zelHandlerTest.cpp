@@ -28,13 +28,13 @@ class DefaultLogger : public LogTest, public Clock {
 
 TEST_F(DefaultLogger, ReportsAndTracesAreLinesOfTabbedFieldsInFilesOfTheirOwn) {
   mLog::ErrorLog(u"zelNodeList.Create", Error(5, u"S", u"caf\u00E9\tC:\\x\r\ny"), u"more");
-  mLog::ErrorLog(u"b", Error(-2147221503, u"", StringView(u"\1\0", 2)));
+  mLog::ErrorLog(u"b", Error(-2147221503, u"", StringView(u"\x1F\0\x7F ~", 5)));
   EXPECT_FALSE(files().fileExists(path(u"trace.log")));
   mLog::TraceLog(u"a", u"t", u"m", true);
   EXPECT_EQ(files().readWhole(path(u"errors.log")),
             "2024-03-09 14:05:59\tzelUtilities\t1.2.0\tzelNodeList.Create\t5\tS\t"
             "caf\xC3\xA9\\tC:\\\\x\\r\\ny\tmore\n"
-            "2024-03-09 14:05:59\tzelUtilities\t1.2.0\tb\t-2147221503\t\t\\x01\\x00\t\n");
+            "2024-03-09 14:05:59\tzelUtilities\t1.2.0\tb\t-2147221503\t\t\\x1F\\x00\\x7F ~\t\n");
   EXPECT_EQ(files().readWhole(path(u"trace.log")), "\n2024-03-09 14:05:59\tzelUtilities\t1.2.0\ta\tt\tm\n");
 }
 
