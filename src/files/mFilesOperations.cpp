@@ -36,7 +36,8 @@ bool lies(StringView inner, StringView outer) {
 
 bool namesFolder(StringView path) { return path.ends_with(u'\\') || path.ends_with(u'/'); }
 
-// A folder in the way of what is renamed. It is deleted when that has its place; else it is put back.
+// What is in the way of a renamed entry and cannot simply be replaced, since one of them is a folder. It is
+// deleted when the other one has its place; else it is put back.
 class PutAside {
  public:
   explicit PutAside(StringView name) : name_(name) {
@@ -58,6 +59,7 @@ class PutAside {
 
   void remove() {
     done_ = true;
+    if (!isFolder(aside_)) return files().remove(aside_, true);
     FileDelete(aside_);
   }
 
@@ -75,12 +77,10 @@ bool makeWay(StringView oldName, StringView newName, std::optional<PutAside>& as
   const String from = files().fullPath(oldName);
   const String to = files().fullPath(newName);
   if (lies(from, to) || lies(to, from)) throw Error(ErrorNumber::PathFileAccess);
-  if (isFolder(newName)) {
-    aside.emplace(newName);
-  } else if (!files().findFirst(newName).empty()) {
-    if (!isFolder(oldName)) return true;
-    files().remove(newName, true);
-  }
+  const bool overFolder = isFolder(newName);
+  if (!overFolder && files().findFirst(newName).empty()) return false;
+  if (!overFolder && !isFolder(oldName)) return true;
+  aside.emplace(newName);
   return false;
 }
 
