@@ -61,14 +61,17 @@ TEST(Format, ChoosesTheSectionBySignAndCopiesLiterals) {
                  {5, u"+(0) -", u"+(5) -"}, {5, u"0\\", u"5"}, {5, u"0\"open", u"5open"});
 }
 
+// What becomes of the afternoon by each of the patterns that "|" divides.
+std::string afternoonBy(StringView patterns) {
+  return results([](const Variant& pattern) { return format(afternoon, pattern.text()); }, patterns);
+}
+
 TEST(Format, WritesDates) {
-  EXPECT_FORMATS({afternoon, u"yyyy-mm-dd Hh:Nn:Ss", u"2007-03-05 14:06:43"},
-                 {afternoon, u"YYYY-MM-DDTHH:mm:ss", u"2007-03-05T14:06:43"},
-                 {afternoon, u"d dd ddd dddd", u"5 05 Mon Monday"},
-                 {afternoon, u"m mm mmm mmmm", u"3 03 Mar March"}, {afternoon, u"yy yyyy y", u"07 2007 64"},
-                 {afternoon, u"h:n:s", u"14:6:43"}, {afternoon, u"w ww q", u"2 10 1"},
-                 {afternoon, u"c", u"3/5/2007 2:06:43 PM"}, {afternoon, u"\"at\" h \\h", u"at 14 h"},
-                 {newYearsEve, u"ww", u"53"}, {Variant::date(0), u"c", u"12:00:00 AM"},
+  EXPECT_EQ(afternoonBy(u"d dd ddd dddd|m mm mmm mmmm|yy yyyy y|w ww q|h:n:s"),
+            "5 05 Mon Monday|3 03 Mar March|07 2007 64|2 10 1|14:6:43");
+  EXPECT_EQ(afternoonBy(u"yyyy-mm-dd Hh:Nn:Ss|YYYY-MM-DDTHH:mm:ss|c|\"at\" h \\h"),
+            "2007-03-05 14:06:43|2007-03-05T14:06:43|3/5/2007 2:06:43 PM|at 14 h");
+  EXPECT_FORMATS({newYearsEve, u"ww", u"53"}, {Variant::date(0), u"c", u"12:00:00 AM"},
                  {Variant::date(-1.25), u"yyyy-mm-dd hh:nn", u"1899-12-29 06:00"},
                  {Variant::date(1.9999999), u"c", u"1/1/1900"},
                  {Variant::date(2958465.9999999), u"yyyy-mm-dd hh:nn:ss", u"9999-12-31 23:59:59"},
@@ -76,12 +79,10 @@ TEST(Format, WritesDates) {
 }
 
 TEST(Format, ReadsMAsMinutesOnlyNextAfterTheHourAndCountsTwelveHoursByAMark) {
-  EXPECT_FORMATS({afternoon, u"hh:mm", u"14:06"}, {afternoon, u"h \"h\" m", u"14 h 6"},
-                 {afternoon, u"mm:ss", u"03:43"}, {afternoon, u"hh:ss:mm", u"14:43:03"},
-                 {afternoon, u"hh:mm mm", u"14:06 03"}, {afternoon, u"h:nn AM/PM", u"2:06 PM"},
-                 {afternoon, u"h:nn am/pm", u"2:06 pm"}, {afternoon, u"hh A/P", u"02 P"},
-                 {afternoon, u"a/p h", u"p 2"}, {afternoon, u"h AMPM", u"2 PM"},
-                 {Variant::date(0.01), u"h AM/PM", u"12 AM"}, {afternoon, u"h \"AM/PM\"", u"14 AM/PM"});
+  EXPECT_EQ(afternoonBy(u"hh:mm|h \"h\" m|mm:ss|hh:ss:mm|hh:mm mm"), "14:06|14 h 6|03:43|14:43:03|14:06 03");
+  EXPECT_EQ(afternoonBy(u"h:nn AM/PM|h:nn am/pm|hh A/P|a/p h|h AMPM|h \"AM/PM\""),
+            "2:06 PM|2:06 pm|02 P|p 2|2 PM|14 AM/PM");
+  EXPECT_FORMATS({Variant::date(0.01), u"h AM/PM", u"12 AM"});
 }
 
 TEST(Format, LaysOutTexts) {
@@ -102,28 +103,26 @@ TEST(Format, ReadsTextsBeforeANumberOrDatePattern) {
 }
 
 TEST(Format, KnowsNamedFormatsInAnyLetterCase) {
-  EXPECT_FORMATS({1e20, u"General Number", u"1E+20"}, {afternoon, u"general number", u"39146.588"},
-                 {1234.567, u"Currency", u"$1,234.57"}, {-1234.567, u"CURRENCY", u"($1,234.57)"},
-                 {0.5, u"Fixed", u"0.50"}, {1234.567, u"Standard", u"1,234.57"}, {0.5, u"Percent", u"50.00%"},
+  EXPECT_FORMATS({1e20, u"General Number", u"1E+20"}, {1234.567, u"Currency", u"$1,234.57"},
+                 {-1234.567, u"CURRENCY", u"($1,234.57)"}, {0.5, u"Fixed", u"0.50"},
+                 {1234.567, u"Standard", u"1,234.57"}, {0.5, u"Percent", u"50.00%"},
                  {1234.567, u"Scientific", u"1.23E+03"}, {-2, u"Yes/No", u"Yes"},
                  {false, u"true/false", u"False"}, {0, u"On/Off", u"Off"}, {u"abc", u"Yes/No", u"abc"},
-                 {afternoon, u"General Date", u"3/5/2007 2:06:43 PM"},
-                 {afternoon, u"Long Date", u"Monday, March 5, 2007"},
-                 {afternoon, u"Medium Date", u"05-Mar-07"}, {afternoon, u"Short Date", u"3/5/2007"},
-                 {afternoon, u"Long Time", u"2:06:43 PM"}, {afternoon, u"Medium Time", u"02:06 PM"},
-                 {afternoon, u"Short Time", u"14:06"}, {Variant::null(), u"Fixed", u""});
+                 {Variant::null(), u"Fixed", u""});
+  EXPECT_EQ(afternoonBy(u"general number|General Date|Long Date|Medium Date|Short Date"),
+            "39146.588|3/5/2007 2:06:43 PM|Monday, March 5, 2007|05-Mar-07|3/5/2007");
+  EXPECT_EQ(afternoonBy(u"Long Time|Medium Time|Short Time"), "2:06:43 PM|02:06 PM|14:06");
 }
 
 TEST(Format, TakesSeparatorsAndNamesFromTheLocale) {
   Locale locale = germanLocale();
   const LocaleGuard german(locale);
   EXPECT_FORMATS({1234.5, u"#,##0.00", u"1.234,50"}, {-1234.5, u"Currency", u"-1.234,50 \u20AC"},
-                 {afternoon, u"d. mmmm yyyy", u"5. M\u00E4rz 2007"},
-                 {afternoon, u"dd/mm/yyyy", u"05.03.2007"}, {afternoon, u"c", u"05.03.2007 14:06:43"},
                  {u"1.234,5", u"0.00", u"1234,50"});
+  EXPECT_EQ(afternoonBy(u"d. mmmm yyyy|dd/mm/yyyy|c"), "5. M\u00E4rz 2007|05.03.2007|05.03.2007 14:06:43");
   locale.shortDateFormat = u"ddddd c ttttt";  // names itself
   setCurrentLocale(locale);
-  EXPECT_EQ(format(Variant::date(39146), u"ddddd"), u"Montag5 c ttttt");
+  EXPECT_EQ(afternoonBy(u"ddddd"), "Montag5 c ttttt");
 }
 
 TEST(Format, EveryLayoutOfCurrencyIsKnown) {
