@@ -3,6 +3,7 @@
 #include "host/Command.h"
 #include "library/Library.h"
 #include "support/FailingFiles.h"
+#include "support/ScratchFolder.h"
 
 namespace zelUtilities {
 namespace {
@@ -17,11 +18,7 @@ constexpr char settings[] =
 class ZelIni : public testing::Test {
  protected:
   ZelIni() { write(settings); }
-  ~ZelIni() override { remove(); }
 
-  void remove() {
-    if (files().fileExists(u"f.ini")) files().remove(u"f.ini", true);
-  }
   void write(std::string_view contents) { files().replaceWhole(u"f.ini", contents); }
   std::string ini(const std::string& line) { return run(library(), "ini " + line); }
   // A command that fails with this message and leaves the file as it was.
@@ -30,6 +27,8 @@ class ZelIni : public testing::Test {
     EXPECT_EQ(ini(line), "1||zel: f.ini " + message + "\n");
     EXPECT_EQ(files().readWhole(u"f.ini"), before);
   }
+
+  const ScratchFolder scratch_;
 };
 
 TEST_F(ZelIni, ListsEntriesAndGetsTheirValuesAsTheFileHasThem) {
@@ -86,7 +85,7 @@ TEST_F(ZelIni, AReadOnlyFileAndAFullDiskAreToldAndLeaveTheFile) {
 }
 
 TEST_F(ZelIni, AFileThatCannotBeReadIsToldAndNotCreated) {
-  remove();
+  files().remove(u"f.ini");
   for (const char* line : {"list f.ini", "get f.ini a b", "set f.ini a b c"})
     EXPECT_EQ(ini(line), "1||zel: there is no file f.ini (error 53)\n");
   EXPECT_FALSE(files().fileExists(u"f.ini"));

@@ -10,6 +10,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Files.h"
 #include "support/RecordingDialogs.h"
+#include "support/ScratchFolder.h"
 
 namespace zelUtilities {
 
@@ -25,9 +26,7 @@ namespace {
 using testing::HasSubstr;
 
 TestShade darker(TestShade) { return TestShade::Dark; }
-std::int32_t length(const String& text, std::int32_t times) {
-  return static_cast<std::int32_t>(text.size()) * times;
-}
+std::int32_t length(const String& text, std::int32_t times) { return times * int(text.size()); }
 Ref<Collection> rows(Ref<ArrayData> bytes) {
   Ref<Collection> rows = make<Collection>();
   rows->Add(u"plain");
@@ -71,8 +70,7 @@ std::string zel(const std::string& line) {
           .function("zel_AskFolder", &askFolder, {"oNothing"}, "")
           .function("zel_ShowBox", &showBox, "");
   ClassRegistry registry;
-  registry.add(lamp);
-  registry.add(functions);
+  for (const ClassInfo* info : {&lamp, &functions}) registry.add(*info);
   return run(registry, line);
 }
 
@@ -92,6 +90,7 @@ TEST(Zel, DescribesClassesAndEnumerations) {
 }
 
 TEST(Zel, WritesTheReferenceOnePageAClass) {
+  const ScratchFolder scratch;
   const std::string lamp =
       "# testLamp\n\nA lamp.\n\nCreated by `CreateObject(\"zelUtilities.testLamp\")`.\n\n"
       "## Properties\n\n### Item\n\n```vb\nItem(vKey As Variant) As Object\n```\n\n"
@@ -112,15 +111,13 @@ TEST(Zel, WritesTheReferenceOnePageAClass) {
   EXPECT_EQ(zel("docs d"), "0|4 pages in d\n|");
   EXPECT_EQ(files().readWhole(u"d\\testLamp.md"), lamp);
   EXPECT_EQ(files().findAll(u"d\\*").size(), 4u);
-  files().removeFolder(u"d", true);
   EXPECT_THAT(zel("docs missing/d"), HasSubstr("(error 76)"));
 }
 
 TEST(Zel, CallsWithArgumentsOfTheParametersTypesAndPrintsWhatPeopleRead) {
-  EXPECT_EQ(zel("call ZEL_length Gr\u00F6\u00DFe"), "0|5\n|");
-  EXPECT_EQ(zel("call zel_Length abc 2"), "0|6\n|");
-  for (const char* shade : {"test_shade_light", "1"})
-    EXPECT_EQ(zel(std::string("call zel_Darker ") + shade), "0|TEST_Shade_Dark\n|");
+  EXPECT_EQ(zel("call ZEL_length Gr\u00F6\u00DFe") + zel("call zel_Length abc 2"), "0|5\n|0|6\n|");
+  for (const std::string shade : {"test_shade_light", "1"})
+    EXPECT_EQ(zel("call zel_Darker " + shade), "0|TEST_Shade_Dark\n|");
   EXPECT_EQ(zel("call zel_Rows 01aBff"), "0|plain\nname\t7\tNull\n01ABFF\n|");
 }
 

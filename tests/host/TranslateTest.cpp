@@ -3,11 +3,13 @@
 #include "host/Command.h"
 #include "library/Library.h"
 #include "platform/Files.h"
+#include "support/ScratchFolder.h"
 
 namespace zelUtilities {
 namespace {
 
 TEST(ZelTranslate, PrintsATextOrSaysWhatIsMissing) {
+  const ScratchFolder scratch;
   files().replaceWhole(u"t.xml",
                        "<G><Languages><Language Key='en' Name=''/><Language Key='de' Name=''/></Languages>"
                        "<Section Key='Main'><Translations><Control Key='bar'><Part Key='save'>"
@@ -26,7 +28,6 @@ TEST(ZelTranslate, PrintsATextOrSaysWhatIsMissing) {
       {"t.xml de Main", "2||zel: this is not understood; see: zel --help\n"}};
   for (const auto& [words, expected] : rows)
     EXPECT_EQ(run(library(), "translate " + std::string(words)), expected) << words;
-  for (const StringView file : {u"t.xml", u"bad.xml"}) files().remove(file, true);
 }
 
 }  // namespace
