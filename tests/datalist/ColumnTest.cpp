@@ -6,22 +6,20 @@ namespace {
 Ref<zelNodeListColumn> columnOf(ZEL_Utilities_CellTypes type, std::int16_t width, std::int16_t decimals = 0) {
   auto column = make<zelNodeListColumn>();
   column->SetKey(u"K");
-  column->setCellType(type);
-  column->setWidth(width);
-  column->setDecimals(decimals);
+  setProperties(*column, u"CellType Width Decimals", {type, width, decimals});
   return column;
 }
 
 TEST(Column, StartsAsANumberNamedByItsKey) {
   auto column = make<zelNodeListColumn>();
   column->SetKey(u"Size");
-  EXPECT_EQ(propertiesOf(*column, u"Name Description CellType FormatString ColumnMinWidth Tag"),
-            "Size|Size|5|######0.00|1440|");
+  EXPECT_EQ(propertiesOf(*column, u"Name Description CellType IsNumeric FormatString Tag MissingValue"),
+            "Size|Size|5|True|######0.00||Empty");
+  EXPECT_EQ(
+      propertiesOf(*column, u"ColumnWidth ColumnActualWidth ColumnMinWidth ColumnMaxWidth ColumnAlignment"),
+      "0|0|1440|0|0");
   EXPECT_EQ(propertiesOf(*column, u"Selected Visible SortPickList Editable HasCheckbox UserSort"),
             "True|True|True|False|False|False");
-  EXPECT_EQ(propertiesOf(*column, u"ColumnAlignment ColumnWidth ColumnActualWidth ColumnMaxWidth IsNumeric"),
-            "0|0|0|0|True");
-  EXPECT_TRUE(column->MissingValue().isEmpty());
   column->setName(u"Size in mm");
   EXPECT_EQ(column->Description(), u"Size in mm");
 }
