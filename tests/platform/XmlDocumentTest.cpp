@@ -52,7 +52,8 @@ TEST(XmlDocument, TextJoinsAllTextsBelowButThoseOfNothingButWhiteSpace) {
   EXPECT_EQ(seen(u"<a>\r\n  <b>1</b>\t<b> x  y </b>\n</a>",
                  u"childNodes.length text lastChild.firstChild.nodeValue"),
             "2|1  x  y| x  y ");  // words stay apart; none at the ends
-  EXPECT_EQ(seen(u"<a>x<b> </b>y</a>", u"text") + seen(u"<a><![CDATA[ ]]></a>", u"text"), "x y ");
+  EXPECT_EQ(seen(u"<a>x<b> </b>y</a>", u"text"), "x y");
+  EXPECT_EQ(seen(u"<a><![CDATA[ ]]></a>", u"text"), " ");
   EXPECT_EQ(seen(u"<a xml:space='preserve'> <b/> </a>", u"childNodes.length"), "3");
   EXPECT_EQ(seen(newDocument(),
                  u"preserveWhiteSpace={1} loadXML{<a> <b>1</b>\n</a>} "
@@ -150,7 +151,8 @@ TEST(XmlDocument, DeclaredTypesGiveTypedValues) {
 TEST(XmlDocument, ARemovedNodeLivesOnAndANodeKeepsItsDocumentAlive) {
   const LateBound root = rootOf(u"<a><b><c/></b></a>");
   const LateBound removed = root.object(u"removeChild", root.object(u"firstChild"));
-  EXPECT_EQ(seen(root, u"xml") + seen(removed, u"firstChild.xml parentNode"), "<a/><c/>|Nothing");
+  EXPECT_EQ(seen(root, u"xml"), "<a/>");
+  EXPECT_EQ(seen(removed, u"firstChild.xml parentNode"), "<c/>|Nothing");
   EXPECT_THROW(root(u"removeChild", removed), Error);
   EXPECT_EQ(seen(rootOf(u"<a><b>x</b>y</a>").object(u"lastChild"), u"ownerDocument.text"), "xy");
 }

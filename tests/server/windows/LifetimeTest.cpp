@@ -55,8 +55,8 @@ TEST(Lifetime, ObjectsThatAScriptDropsLeaveNothing) {
   EXPECT_EQ(canUnload(), S_OK);
 }
 
-// One thread's client; what it builds must be its own.
-void expectOwnText(DWORD apartment, const String& piece) {
+// One thread's client: what it builds must be its own, and so must the events that it hears and answers.
+void expectOwnWork(DWORD apartment, const String& piece) {
   const ServerUnderTest server(apartment);
   const LateBound builder = LateBound::create(u"zelUtilities.zelStringCat");
   String expected;
@@ -65,36 +65,29 @@ void expectOwnText(DWORD apartment, const String& piece) {
     expected += piece;
   }
   EXPECT_EQ(builder.text(u"Complete"), expected);
-  EXPECT_EQ(newList().object(u"Create", u"", u"k", u"t").text(u"Text"), u"t");
+  const LateBound list = newList();
+  ProbeDispatch cancelling([](const ProbeDispatch::Call& call) {
+    VARIANT& last = call.parameters->rgvarg[0];
+    if (last.vt == (VT_BYREF | VT_BOOL)) *last.pboolVal = VARIANT_TRUE;
+    return S_OK;
+  });
+  DWORD cookie = 0;
+  const ComRef<IConnectionPoint> point = eventsOf(dispatchOf(list).get());
+  ASSERT_EQ(point->Advise(&cancelling, &cookie), S_OK);
+  EXPECT_EQ(list.object(u"Create", u"", u"k", u"t").text(u"Text"), u"t");
+  list(u"Remove", u"k");
+  EXPECT_EQ(list.number(u"Count"), 1);
+  EXPECT_EQ(point->Unadvise(cookie), S_OK);
   // The file system's object is the thread's own and stays until after COM has ended.
   EXPECT_FALSE(LateBound::create(u"zelUtilities.zelFiles").isTrue(u"zel_IsFile", u"none"));
 }
 
-TEST(Lifetime, ApartmentsWorkSideBySide) {
-  std::thread other([] { expectOwnText(COINIT_APARTMENTTHREADED, u"other"); });
-  std::thread proxied([] { expectOwnText(COINIT_MULTITHREADED, u"proxied"); });
-  expectOwnText(COINIT_APARTMENTTHREADED, u"this");
+TEST(Lifetime, ApartmentsWorkSideBySideAndEventsReachEachOfThem) {
+  std::thread other([] { expectOwnWork(COINIT_APARTMENTTHREADED, u"other"); });
+  std::thread proxied([] { expectOwnWork(COINIT_MULTITHREADED, u"proxied"); });
+  expectOwnWork(COINIT_APARTMENTTHREADED, u"this");
   other.join();
   proxied.join();
-}
-
-TEST(Lifetime, EventsAndArgumentsReachAClientOfAnotherApartment) {
-  std::thread([] {
-    const ServerUnderTest server(COINIT_MULTITHREADED);
-    const LateBound list = newList();
-    ProbeDispatch cancelling([](const ProbeDispatch::Call& call) {
-      VARIANT& last = call.parameters->rgvarg[0];
-      if (last.vt == (VT_BYREF | VT_BOOL)) *last.pboolVal = VARIANT_TRUE;
-      return S_OK;
-    });
-    DWORD cookie = 0;
-    const ComRef<IConnectionPoint> point = eventsOf(dispatchOf(list).get());
-    ASSERT_EQ(point->Advise(&cancelling, &cookie), S_OK);
-    list(u"Create", u"", u"k", u"t");
-    list(u"Remove", u"k");
-    EXPECT_EQ(list.number(u"Count"), 1);
-    EXPECT_EQ(point->Unadvise(cookie), S_OK);
-  }).join();
 }
 
 // Run by the test below, in a process of its own.
