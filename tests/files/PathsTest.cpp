@@ -77,6 +77,7 @@ TEST_F(Paths, WellKnownFoldersHaveDefaultsAndAreReadFromTheRegistry) {
     return spelled(
         {zel_GetCommonFilesDir(), zel_GetProgramFilesDir(), zel_GetDesktopDir(), zel_GetPersonalDir()});
   };
+  EXPECT_EQ(foldCase(zel_GetWindowsDir()), foldCase(u"C:\\Windows"));
   EXPECT_EQ(all(), "C:\\Program Files\\Common Files|C:\\Program Files|C:\\Windows\\Desktop|My Documents");
   const String version = u"Software\\Microsoft\\Windows\\CurrentVersion",
                folders = version + u"\\Explorer\\Shell Folders";

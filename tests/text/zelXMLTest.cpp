@@ -84,6 +84,8 @@ TEST(XMLText, FixedLines) {
       "    <Error Description='a&lt;b' />\r\n|'O''Brien \"'''''");
   EXPECT_EQ(toUtf8(zel_XMLError(u"", u"s&", u"c'", u" ")),
             " <Error Description='' Source='s&amp;' Context='c&apos;' />\r\n");
+  EXPECT_EQ(spelled({zel_XMLHeader(), zel_XMLMargin(), zel_XMLTrue(), zel_XMLFalse(), zel_XMLDoNotTrim()}),
+            "<?xml version='1.0' standalone='yes'?>\r\n|  |true|false| xml:space='preserve'");
   EXPECT_EQ(zel_ToXMLBoolean(zel_FromXMLBoolean(u"TRUE")), u"true");
   for (const StringView no : {u"-1", u"1", u"yes", u"true ", u""}) EXPECT_FALSE(zel_FromXMLBoolean(no));
 }
