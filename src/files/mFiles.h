@@ -83,10 +83,11 @@ bool isFolder(StringView path);
 bool FileDelete(StringView sFilename);
 
 // False when there is nothing under the old name. What the new name addresses is deleted, except when it is
-// the same file; it stays until the other one takes its place, and for good on any failure to do so. The
-// renamed one is marked for archiving, and read-only when it was that or bMarkReadOnly says so. Refuses a new
-// name with wildcards (52), a file's that ends in a separator (76) and names of which one lies in the other
-// (75).
+// the same file; it stays until the other one takes its place, and for good on any failure to do so. A
+// folder, or what a folder replaces, lies aside meanwhile under its name with "~1", where it stays when
+// something fails after that. The renamed one is marked for archiving, and read-only when it was that or
+// bMarkReadOnly says so. Refuses a new name with wildcards (52), a file's that ends in a separator (76) and
+// names of which one lies in the other (75).
 bool FileRename(StringView sOldFileName, StringView sNewFileName, bool bMarkReadOnly);
 
 // Bits 1 to 64 and from 32768 on.

@@ -103,9 +103,9 @@ bool FileRename(StringView sOldFileName, StringView sNewFileName, bool bMarkRead
     LiftedReadOnly lifted(sOldFileName);
     files().rename(sOldFileName, sNewFileName, replacing);
     lifted.keep();
-    if (aside) aside->remove();
     attributes |= FileAttribute::Archive | (bMarkReadOnly ? FileAttribute::ReadOnly : 0);
     files().setAttributes(sNewFileName, attributes & ~FileAttribute::Folder);
+    if (aside) aside->remove();
     return true;
   });
 }
