@@ -329,8 +329,10 @@ class LinuxFiles : public Files {
   void copy(StringView from, StringView to, bool replacing) override {
     if (!replacing && copiedAsSpelled(from, to)) return;
     const std::string source = nativePath(from);
-    if (!replacing) requireFileName(to);
-    if (!replacing) return copyThere(source, targetPath(to), false);
+    if (!replacing) {
+      requireFileName(to);
+      return copyThere(source, targetPath(to), false);
+    }
     const std::string target = behindLinks(nativePath(to));
     const Kind kind = kindOf(target);
     if (kind == Kind::Other) throw Error(ErrorNumber::PathFileAccess);
