@@ -31,10 +31,10 @@ class Object {
   Object& operator=(const Object&) = delete;
 
   void retain() const {
-    if (references_++ == 0) const_cast<Object*>(this)->firstReference();
+    if (countUp()) const_cast<Object*>(this)->firstReference();
   }
   void release() const {
-    if (--references_ == 0) const_cast<Object*>(this)->lastReference();
+    if (countDown()) const_cast<Object*>(this)->lastReference();
   }
 
   // The description of the object's class; nothing for a foreign object.
@@ -51,6 +51,11 @@ class Object {
 
  protected:
   virtual ~Object() = default;
+
+  // Whether it is the first reference.
+  bool countUp() const { return references_++ == 0; }
+  // Whether it was the last one.
+  bool countDown() const { return --references_ == 0; }
 
   // An object that is part of another one keeps its owner alive between these two calls.
   virtual void firstReference() {}

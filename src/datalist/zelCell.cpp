@@ -9,13 +9,9 @@
 
 namespace zelUtilities {
 
-zelCell::zelCell(const zelNode& node)
-    : offset_(static_cast<std::uint32_t>(reinterpret_cast<const char*>(this) -
-                                         reinterpret_cast<const char*>(&node))) {}
+zelCell::zelCell(const zelNode& node) : NodePart(node) {}
 
-void zelCell::firstReference() { owner().retain(); }
-
-void zelCell::lastReference() { owner().release(); }
+zelNode& zelCell::owner() const { return static_cast<zelNode&>(node()); }
 
 std::uint32_t zelCell::position() const { return owner().positionOf(*this); }
 

@@ -11,6 +11,7 @@
 
 #include "automation/ClassInfo.h"
 #include "datalist/Enumerations.h"
+#include "datalist/NodePart.h"
 #include "datalist/zelCellButtons.h"
 #include "datalist/zelUOMNodeListFilter.h"
 
@@ -22,7 +23,7 @@ class zelNodeList;
 class zelNodeListColumn;
 struct CellSettings;
 
-class zelCell final : public Object {
+class zelCell final : public NodePart {
  public:
   static const ClassInfo& describeClass();
   const ClassInfo* classInfo() const override { return &describeClass(); }
@@ -94,12 +95,8 @@ class zelCell final : public Object {
   // Cells are made and ended by their node.
   explicit zelCell(const zelNode& node);
   ~zelCell() override = default;
-  void firstReference() override;
-  void lastReference() override;
 
-  zelNode& owner() const {
-    return *reinterpret_cast<zelNode*>(reinterpret_cast<char*>(const_cast<zelCell*>(this)) - offset_);
-  }
+  zelNode& owner() const;
   std::uint32_t position() const;
   zelNodeListColumn* column() const;
   zelNodeListColumn& requiredColumn() const;
@@ -110,7 +107,6 @@ class zelCell final : public Object {
   template <class T, class Setting>
   void change(T CellSettings::*setting, const Setting& value);
 
-  std::uint32_t offset_;  // from the node's first byte
   Variant value_;
 };
 

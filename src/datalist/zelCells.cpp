@@ -31,13 +31,9 @@ class CellWalk : public Enumerator {
 
 }  // namespace
 
-zelCells::zelCells(const zelNode& node)
-    : offset_(static_cast<std::uint32_t>(reinterpret_cast<const char*>(this) -
-                                         reinterpret_cast<const char*>(&node))) {}
+zelCells::zelCells(const zelNode& node) : NodePart(node) {}
 
-void zelCells::firstReference() { owner().retain(); }
-
-void zelCells::lastReference() { owner().release(); }
+zelNode& zelCells::owner() const { return static_cast<zelNode&>(node()); }
 
 zelCell* zelCells::find(StringView key) const {
   const zelNode& node = owner();

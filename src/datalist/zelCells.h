@@ -7,7 +7,7 @@
 
 namespace zelUtilities {
 
-class zelCells final : public Object {
+class zelCells final : public NodePart {
  public:
   static const ClassInfo& describeClass();
   const ClassInfo* classInfo() const override { return &describeClass(); }
@@ -30,13 +30,7 @@ class zelCells final : public Object {
   // The collection lies inside its node, as the cells do.
   explicit zelCells(const zelNode& node);
   ~zelCells() override = default;
-  void firstReference() override;
-  void lastReference() override;
-  zelNode& owner() const {
-    return *reinterpret_cast<zelNode*>(reinterpret_cast<char*>(const_cast<zelCells*>(this)) - offset_);
-  }
-
-  std::uint32_t offset_;  // from the node's first byte
+  zelNode& owner() const;
 };
 
 }  // namespace zelUtilities
