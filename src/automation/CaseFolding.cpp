@@ -50,28 +50,35 @@ std::uint64_t foldAscii(std::uint64_t four) {
   return four | (((atLeastA ^ beyondZ) & (lanes * 0x80)) >> 2);
 }
 
-std::uint64_t loadFour(const char16_t* units) {
-  std::uint64_t four;
-  std::memcpy(&four, units, sizeof four);
-  return four;
-}
-
 [[gnu::noinline]] std::uint64_t foldOneByOne(std::uint64_t four) {
   char16_t units[4];
   std::memcpy(units, &four, sizeof four);
   for (char16_t& unit : units) unit = foldCase(unit);
-  return loadFour(units);
+  return fourUnits(units);
 }
 
 inline std::uint64_t foldFour(std::uint64_t four) {
   return (four & beyondAscii) == 0 ? foldAscii(four) : foldOneByOne(four);
 }
 
-std::uint64_t loadTail(const char16_t* units, std::size_t count) {
-  std::uint64_t four = 0;
-  std::memcpy(&four, units, count * sizeof(char16_t));
-  return four;
+// A hash of the words that fold(four units) makes.
+template <class Fold>
+inline std::uint32_t hashOf(StringView text, const Fold& fold) {
+  constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15ULL;
+  std::uint64_t hash = text.size() * multiplier;
+  const auto mix = [&](std::uint64_t four) {
+    hash = (hash ^ fold(four)) * multiplier;
+    hash ^= hash >> 29;
+  };
+  const char16_t* units = text.data();
+  std::size_t rest = text.size();
+  for (; rest >= 4; rest -= 4, units += 4) mix(fourUnits(units));
+  if (rest > 0) mix(lastUnits(units, rest));
+  hash *= 0xBF58476D1CE4E5B9ULL;
+  return static_cast<std::uint32_t>(hash >> 32);
 }
+
+[[gnu::noinline]] std::uint32_t hashAnyUnits(StringView text) { return hashOf(text, foldFour); }
 
 }  // namespace
 
@@ -86,17 +93,13 @@ String foldCase(StringView text) {
   return folded;
 }
 
-bool equalFolded(StringView left, StringView right) {
-  if (left.size() != right.size()) return false;
-  std::size_t at = 0;
-  for (; at + 4 <= left.size(); at += 4) {
-    const std::uint64_t a = loadFour(left.data() + at);
-    const std::uint64_t b = loadFour(right.data() + at);
-    if (a != b && foldFour(a) != foldFour(b)) return false;
-  }
-  for (; at < left.size(); ++at)
-    if (foldCase(left[at]) != foldCase(right[at])) return false;
-  return true;
+bool foldAlike(StringView left, StringView right) {
+  const char16_t* a = left.data();
+  const char16_t* b = right.data();
+  std::size_t rest = left.size();
+  for (; rest >= 4; rest -= 4, a += 4, b += 4)
+    if (foldFour(fourUnits(a)) != foldFour(fourUnits(b))) return false;
+  return foldFour(lastUnits(a, rest)) == foldFour(lastUnits(b, rest));
 }
 
 int compareFolded(StringView left, StringView right) {
@@ -110,17 +113,12 @@ int compareFolded(StringView left, StringView right) {
 }
 
 std::uint32_t foldedHash(StringView text) {
-  constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15ULL;
-  std::uint64_t hash = text.size() * multiplier;
-  const auto mix = [&hash](std::uint64_t four) {
-    hash = (hash ^ four) * multiplier;
-    hash ^= hash >> 29;
-  };
-  std::size_t at = 0;
-  for (; at + 4 <= text.size(); at += 4) mix(foldFour(loadFour(text.data() + at)));
-  if (at < text.size()) mix(foldFour(loadTail(text.data() + at, text.size() - at)));
-  hash *= 0xBF58476D1CE4E5B9ULL;
-  return static_cast<std::uint32_t>(hash >> 32);
+  std::uint64_t seen = 0;
+  const std::uint32_t hash = hashOf(text, [&seen](std::uint64_t four) {
+    seen |= four;
+    return foldAscii(four);
+  });
+  return (seen & beyondAscii) == 0 ? hash : hashAnyUnits(text);
 }
 
 }  // namespace zelUtilities

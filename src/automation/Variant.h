@@ -16,6 +16,7 @@
 
 #include "automation/Object.h"
 #include "automation/String.h"
+#include "automation/UnitWords.h"
 
 namespace zelUtilities {
 
@@ -162,7 +163,7 @@ class Variant {
     setKind(VariantKind::String);
     if (text.size() > inlineUnits) return storeLongText(text);
     bytes_[1] = static_cast<unsigned char>(text.size());
-    if (!text.empty()) std::memcpy(bytes_ + 2, text.data(), text.size() * sizeof(char16_t));
+    copyUnits(bytes_ + 2, text);
   }
   bool isShared() const noexcept {
     return bytes_[1] == longText || kind() == VariantKind::Object || kind() == VariantKind::Array;

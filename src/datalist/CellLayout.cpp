@@ -26,6 +26,9 @@ std::uint32_t CellLayout::find(StringView key) const {
     const Key* found = keys_->index.find(key);
     return found ? static_cast<std::uint32_t>(found - texts.data()) : size();
   }
+  // Mostly the key comes in the letters of the column.
+  for (const Key& own : texts)
+    if (equalUnits(own.text, key)) return static_cast<std::uint32_t>(&own - texts.data());
   std::uint32_t position = 0;
   while (position < texts.size() && !equalFolded(texts[position].text, key)) ++position;
   return position;

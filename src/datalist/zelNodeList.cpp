@@ -1,6 +1,5 @@
 #include "datalist/zelNodeList.h"
 
-#include <cstring>
 #include <vector>
 
 #include "automation/Binder.h"
@@ -98,13 +97,9 @@ Ref<Enumerator> zelNodeList::NewEnum() const {
 }
 
 zelNode* zelNodeList::findParent(StringView key) {
-  // Most nodes have the same parent as the one before; bytes are compared faster than units.
-  const auto isLast = [&](StringView last) {
-    return last.size() == key.size() &&
-           std::memcmp(last.data(), key.data(), key.size() * sizeof(char16_t)) == 0;
-  };
   if (key.empty()) return nullptr;
-  if (!lastParent_ || !isLast(lastParent_->Key())) lastParent_ = find(key);
+  // Most nodes have the same parent as the one before.
+  if (!lastParent_ || !equalUnits(lastParent_->Key(), key)) lastParent_ = find(key);
   return lastParent_;
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/Variant.h"
+
 namespace zelUtilities {
 namespace {
 
@@ -38,6 +40,27 @@ TEST(CaseFolding, ComparingAndHashingAgreeWithFoldingEveryUnit) {
     if (folded[code % 7] == foldCase(unit)) continue;
     ASSERT_FALSE(equalFolded(text, folded)) << code;
     ASSERT_NE(foldedHash(text), foldedHash(folded)) << code;
+  }
+}
+
+// Words of four units, then two, then one: every length of the rest, a difference at every place.
+TEST(UnitWords, CopiesComparesAndHashesTextsOfEveryLength) {
+  const String source = u"a\u0130\u00E4\uFFFFbcdefghij";
+  for (std::size_t length = 0; length <= source.size(); ++length) {
+    const StringView text = StringView(source).substr(0, length);
+    String copy(length + 1, u'!');
+    copyUnits(copy.data(), text);
+    ASSERT_EQ(copy, String(text) + u'!');
+    EXPECT_EQ(Variant(text).text(), text);
+    EXPECT_TRUE(equalUnits(text, StringView(copy).substr(0, length)));
+    EXPECT_FALSE(equalUnits(text, copy));
+    for (std::size_t at = 0; at < length; ++at) {
+      String other(text);
+      other[at] ^= 0x100;
+      EXPECT_FALSE(equalUnits(text, other)) << length << " " << at;
+      EXPECT_FALSE(equalFolded(text, other)) << length << " " << at;
+      EXPECT_NE(foldedHash(text), foldedHash(other)) << length << " " << at;
+    }
   }
 }
 
